@@ -1,0 +1,30 @@
+// The class blocks of the module, in registration order.
+#pragma once
+
+#include <span>
+
+#include "frame/class_def.h"
+
+namespace hk {
+
+// Every class block the module registers, in the fixed order of the entry.
+std::span<ClassDef *const> ClassBlocks();
+
+}  // namespace hk
+
+extern hk::ClassDef hcType_class;
+extern hk::ClassDef hList_class;
+extern hk::ClassDef hVector_class;
+extern hk::ClassDef hMatrix_class;
+extern hk::ClassDef hcObserver_class;
+extern hk::ClassDef hcSubject_class;
+extern hk::ClassDef hcRefObject_class;
+extern hk::ClassDef hcObject_class;
+extern hk::ClassDef hcNode_class;
+extern hk::ClassDef hcSegment_class;
+extern hk::ClassDef hcJoint_class;
+extern hk::ClassDef hcFigure_class;
+extern hk::ClassDef hcSite_class;
+extern hk::ClassDef hcValue_class;
+extern hk::ClassDef hcPropertyList_class;
+extern hk::ClassDef hcTypeTable_class;

@@ -1,0 +1,50 @@
+#include "frame/command.h"
+
+#include <cstdio>
+
+namespace hk {
+
+int UsageError(Tcl_Interp *interp, const std::string &usage) {
+  Tcl_SetResult(interp, const_cast<char *>(usage.c_str()), TCL_STATIC);
+  return TCL_ERROR;
+}
+
+int TypeError(Tcl_Interp *interp, int index, const char *cmd, const char *type, const char *word) {
+  std::string text = "Type error in argument " + std::to_string(index) + " of " + cmd + ". Expected " +
+                     (type ? type : "") + ", received " + word;
+  Tcl_SetResult(interp, const_cast<char *>(text.c_str()), TCL_VOLATILE);
+  return TCL_ERROR;
+}
+
+void SetLong(Tcl_Interp *interp, long value) {
+  char buf[32];
+  std::snprintf(buf, sizeof buf, "%ld", value);
+  Tcl_SetResult(interp, buf, TCL_VOLATILE);
+}
+
+void SetUnsigned(Tcl_Interp *interp, unsigned long value) {
+  char buf[32];
+  std::snprintf(buf, sizeof buf, "%lu", value);
+  Tcl_SetResult(interp, buf, TCL_VOLATILE);
+}
+
+void SetDouble(Tcl_Interp *interp, double value) {
+  char buf[TCL_DOUBLE_SPACE];
+  Tcl_PrintDouble(interp, value, buf);
+  Tcl_SetResult(interp, buf, TCL_VOLATILE);
+}
+
+void SetString(Tcl_Interp *interp, const char *text) {
+  if (text)
+    Tcl_SetResult(interp, const_cast<char *>(text), TCL_VOLATILE);
+  else
+    Tcl_ResetResult(interp);
+}
+
+void SetPointer(Tcl_Interp *interp, const void *addr, const char *type) {
+  char buf[kMaxPointerString];
+  MakePointer(buf, addr, type);
+  Tcl_SetResult(interp, buf, TCL_VOLATILE);
+}
+
+}  // namespace hk

@@ -1,0 +1,105 @@
+// Host type names and the type strings derived from them.
+//
+// Every host type that travels through scripts as a typed pointer string has
+// a name here: the pointer type T * has the type string "_" + name + "_p",
+// T ** adds another "_p", and so on.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <type_traits>
+
+#include "host/core.h"
+
+namespace hk {
+
+// A string usable as a template argument.
+template <std::size_t N>
+struct Text {
+  char value[N];
+  constexpr Text(const char (&s)[N]) {
+    for (std::size_t i = 0; i < N; ++i) value[i] = s[i];
+  }
+  static constexpr std::size_t size = N - 1;
+};
+
+template <class T>
+struct HostName;  // static constexpr Text name{"..."};
+
+template <class T>
+concept Named = requires { HostName<T>::name; };
+
+namespace detail {
+template <class T, int Depth>
+constexpr auto BuildTypeString() {
+  constexpr auto name = HostName<T>::name;
+  std::array<char, 1 + name.size + 2 * Depth + 1> out{};
+  std::size_t n = 0;
+  out[n++] = '_';
+  for (std::size_t i = 0; i < name.size; ++i) out[n++] = name.value[i];
+  for (int d = 0; d < Depth; ++d) {
+    out[n++] = '_';
+    out[n++] = 'p';
+  }
+  out[n] = '\0';
+  return out;
+}
+template <class T, int Depth>
+inline constexpr auto kTypeString = BuildTypeString<T, Depth>();
+
+template <class T, int Depth = 0>
+struct Indirection {
+  using Base = T;
+  static constexpr int depth = Depth;
+};
+template <class T, int Depth>
+struct Indirection<T *, Depth> : Indirection<std::remove_cv_t<T>, Depth + 1> {};
+}  // namespace detail
+
+// The type string of a pointer type: TypeString<hcFigure *>() is "_hcFigure_p".
+template <class P>
+constexpr const char *TypeString() {
+  using I = detail::Indirection<P>;
+  return detail::kTypeString<typename I::Base, I::depth>.data();
+}
+
+#define HK_HOST_NAME(T, S)                       \
+  template <>                                    \
+  struct HostName<T> {                           \
+    static constexpr Text name{S};               \
+  }
+
+HK_HOST_NAME(void, "void");
+HK_HOST_NAME(char, "char");
+HK_HOST_NAME(short, "short");
+HK_HOST_NAME(int, "int");
+HK_HOST_NAME(long, "long");
+HK_HOST_NAME(float, "float");
+HK_HOST_NAME(double, "double");
+
+HK_HOST_NAME(hList, "hList");
+HK_HOST_NAME(hVector, "hVector");
+HK_HOST_NAME(hMatrix, "hMatrix");
+HK_HOST_NAME(hcType, "hcType");
+HK_HOST_NAME(hcTypeTable, "hcTypeTable");
+HK_HOST_NAME(hcSubject, "hcSubject");
+HK_HOST_NAME(hcObserver, "hcObserver");
+HK_HOST_NAME(hcObserver::observerList, "hcObserver::observerList");
+HK_HOST_NAME(hcRefObject, "hcRefObject");
+HK_HOST_NAME(hcObject, "hcObject");
+HK_HOST_NAME(hcNode, "hcNode");
+HK_HOST_NAME(hcValue, "hcValue");
+HK_HOST_NAME(hcPropertyList, "hcPropertyList");
+HK_HOST_NAME(hcPropertyList::charList, "hcPropertyList::charList");
+HK_HOST_NAME(PyObject, "PyObject");
+
+HK_HOST_NAME(hcFigure, "hcFigure");
+HK_HOST_NAME(hcSegment, "hcSegment");
+HK_HOST_NAME(hcJoint, "hcJoint");
+HK_HOST_NAME(hcSite, "hcSite");
+HK_HOST_NAME(hcMaterial, "hcMaterial");
+HK_HOST_NAME(hcConstraint, "hcConstraint");
+HK_HOST_NAME(hcTexture, "hcTexture");
+HK_HOST_NAME(hcDOF, "hcDOF");
+
+}  // namespace hk

@@ -1,0 +1,23 @@
+// Registration tables walked by the module entry.
+#pragma once
+
+#include <tcl.h>
+
+#include <vector>
+
+namespace hk {
+
+// One module-level command: a name and its procedure (created with NULL
+// client data and no delete procedure).
+struct CommandEntry {
+  const char *name;
+  Tcl_CmdProc *proc;
+};
+
+// The pointer library and the typed array commands, in registration order:
+// ptrcast ptrvalue ptrset ptrcreate ptrfree ptradd ptrmap, then
+// int_array int_destroy int_get int_set and the same four for double, float
+// and string.
+const std::vector<CommandEntry> &PointerLibraryCommands();
+
+}  // namespace hk

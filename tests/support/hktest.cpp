@@ -1,0 +1,27 @@
+// Test-only extension: exposes the stand-in host's journal to scripts.
+//   hktest_last ?back?   the journal entry back calls ago (0 = latest)
+//   hktest_clear         empties the journal
+#include <tcl.h>
+
+#include <cstdlib>
+
+#include "host/journal.h"
+
+namespace {
+int LastCmd(ClientData, Tcl_Interp *interp, int argc, const char **argv) {
+  int back = argc > 1 ? std::atoi(argv[1]) : 0;
+  std::string entry = hcjournal::last(back);
+  Tcl_SetResult(interp, const_cast<char *>(entry.c_str()), TCL_VOLATILE);
+  return TCL_OK;
+}
+int ClearCmd(ClientData, Tcl_Interp *, int, const char **) {
+  hcjournal::clear();
+  return TCL_OK;
+}
+}  // namespace
+
+extern "C" int Hktest_Init(Tcl_Interp *interp) {
+  Tcl_CreateCommand(interp, "hktest_last", LastCmd, nullptr, nullptr);
+  Tcl_CreateCommand(interp, "hktest_clear", ClearCmd, nullptr, nullptr);
+  return TCL_OK;
+}
