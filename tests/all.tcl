@@ -3,7 +3,7 @@
 package require tcltest 2
 namespace import ::tcltest::*
 configure -testdir [file dirname [file normalize [info script]]] {*}$argv
-configure -tmpdir [file join [temporaryDirectory] hktcl-[pid]]
+configure -tmpdir [file join [expr {[info exists env(TMPDIR)] ? $env(TMPDIR) : "/tmp"}] hktcl-[pid]]
 file mkdir [temporaryDirectory]
 runAllTests
 file delete -force [temporaryDirectory]

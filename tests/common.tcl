@@ -7,13 +7,28 @@ proc outcome {script} {
 }
 
 # The command names the module registered (everything that was not there
-# before it was loaded).
+# before it was loaded, procedures of the suites aside).
 proc module_commands {} {
     set out {}
     foreach c [info commands] {
-        if {![info exists ::hk_baseline($c)]} {lappend out $c}
+        if {![info exists ::hk_baseline($c)] && [info procs $c] eq ""} {lappend out $c}
     }
     return [lsort $out]
+}
+
+# Every wrapped class, in registration order.
+set ::hk_classes {
+    hcType hList hVector hMatrix hcObserver hcSubject hcRefObject hcObject hcNode hcSegment
+    hcJoint hcFigure hcSite hcGlyph hcViewConeGlyph hcSiteGlyph hcSegmentTraceGlyph
+    hcGhostGlyph hcProjectionGlyph hcConstrHistory hcConstraint hcScene hcAnthroScale
+    hcGlobal hcHuman hcPosture hcValue hcPy hcChannel hcJointChannel hcFigureChannel
+    hcRealtimeChannel VisibilityChannel VisibilityChannelObserver hcChannelSet
+    hcChannelBinding hcBoundChannelSet hcMotion hcGroupMotion hcDummyMotion hcFigureMotion
+    hcScaleMotion hcScaleSegMotion hcPathMotion hcFigurePathMotion hcJointMotion
+    hcTimedAttach hcTimedConstraint hcColorMotion hcScriptMotion hcChannelSetMotion
+    hcTimeline hcMaterial hcSim hcKit hcGeometry hcPropertyList hcTypeTable hcBone
+    hcSegmentBone hcTwistBone hcTwistLink hcLandmark hcLandmarkImpl hcDisplayFlags
+    hcMeshGeometry hcMeshInternals hcSmoothSkin
 }
 
 # The variable names the module linked.
@@ -23,6 +38,20 @@ proc module_variables {} {
         if {![info exists ::hk_baseline_vars($v)]} {lappend out $v}
     }
     return [lsort $out]
+}
+
+# Runs script in a fresh tclsh with the module loaded and answers what it
+# printed.  For behaviour that deliberately leaves objects unreferenced, the
+# leak checker is off there.
+proc in_child {script} {
+    set saved [array get ::env ASAN_OPTIONS]
+    set ::env(ASAN_OPTIONS) detect_leaks=0
+    try {
+        exec [info nameofexecutable] << "load [list $::hk_lib]\n$script"
+    } finally {
+        unset ::env(ASAN_OPTIONS)
+        array set ::env $saved
+    }
 }
 
 if {![info exists ::hk_loaded]} {

@@ -5,7 +5,21 @@ namespace hk {
 std::span<ClassDef *const> ClassBlocks() {
   static ClassDef *const blocks[] = {
       &hcType_class,
+      &hList_class,
       &hVector_class,
+      &hMatrix_class,
+      &hcObserver_class,
+      &hcSubject_class,
+      &hcRefObject_class,
+      &hcObject_class,
+      &hcNode_class,
+      &hcSegment_class,
+      &hcJoint_class,
+      &hcFigure_class,
+      &hcSite_class,
+      &hcValue_class,
+      &hcPropertyList_class,
+      &hcTypeTable_class,
   };
   return blocks;
 }

@@ -10,6 +10,7 @@
 #include <type_traits>
 
 #include "host/core.h"
+#include "host/figure.h"
 
 namespace hk {
 
@@ -101,5 +102,19 @@ HK_HOST_NAME(hcMaterial, "hcMaterial");
 HK_HOST_NAME(hcConstraint, "hcConstraint");
 HK_HOST_NAME(hcTexture, "hcTexture");
 HK_HOST_NAME(hcDOF, "hcDOF");
+HK_HOST_NAME(hcFigure::postureList, "hcFigure::postureList");
+HK_HOST_NAME(hcFigure::materialList, "hcFigure::materialList");
+HK_HOST_NAME(hcHuman, "hcHuman");
+HK_HOST_NAME(hcPosture, "hcPosture");
+HK_HOST_NAME(hcGeometry, "hcGeometry");
+HK_HOST_NAME(hcDisplayFlags, "hcDisplayFlags");
+HK_HOST_NAME(sgFigure, "sgFigure");
+HK_HOST_NAME(sgSegment, "sgSegment");
+HK_HOST_NAME(sgJoint, "sgJoint");
+HK_HOST_NAME(sgSite, "sgSite");
+HK_HOST_NAME(hcFigPhys, "hcFigPhys");
+HK_HOST_NAME(hcSegPhys, "hcSegPhys");
+HK_HOST_NAME(hcJointPhys, "hcJointPhys");
+HK_HOST_NAME(hcSitePhys, "hcSitePhys");
 
 }  // namespace hk

@@ -1,6 +1,7 @@
 // Test-only extension: exposes the stand-in host's journal to scripts.
 //   hktest_last ?back?   the journal entry back calls ago (0 = latest)
 //   hktest_clear         empties the journal
+//   hktest_noop ...      does nothing; the benchmark's baseline command
 #include <tcl.h>
 
 #include <cstdlib>
@@ -18,10 +19,12 @@ int ClearCmd(ClientData, Tcl_Interp *, int, const char **) {
   hcjournal::clear();
   return TCL_OK;
 }
+int NoopCmd(ClientData, Tcl_Interp *, int, const char **) { return TCL_OK; }
 }  // namespace
 
 extern "C" int Hktest_Init(Tcl_Interp *interp) {
   Tcl_CreateCommand(interp, "hktest_last", LastCmd, nullptr, nullptr);
   Tcl_CreateCommand(interp, "hktest_clear", ClearCmd, nullptr, nullptr);
+  Tcl_CreateCommand(interp, "hktest_noop", NoopCmd, nullptr, nullptr);
   return TCL_OK;
 }

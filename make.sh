@@ -1,0 +1,55 @@
+#!/usr/bin/env bash
+# Builds libhktcl and the stand-in host library, then runs what is asked:
+#   ./make.sh demo       build, then run examples/demo.tcl against the module
+#   ./make.sh test       build, run every test; then the same under the
+#                        address and undefined-behaviour sanitizers
+#   ./make.sh bench      build (optimised), run the call-overhead benchmark
+# Missing Debian packages are installed first.
+set -euo pipefail
+cd "$(dirname "$0")"
+
+install_missing() {
+  local missing=()
+  for pkg in "$@"; do
+    dpkg -s "$pkg" >/dev/null 2>&1 || missing+=("$pkg")
+  done
+  ((${#missing[@]})) || return 0
+  local sudo=""
+  [ "$(id -u)" -eq 0 ] || sudo=sudo
+  $sudo apt-get update -qq
+  DEBIAN_FRONTEND=noninteractive $sudo apt-get install -y -qq "${missing[@]}" >/dev/null
+}
+
+build() {
+  local dir=$1
+  shift
+  cmake -S . -B "$dir" -DCMAKE_BUILD_TYPE=RelWithDebInfo "$@" >/dev/null
+  cmake --build "$dir" -j"$(nproc)"
+}
+
+run_tests() {
+  (cd "$1" && ctest --output-on-failure -j"$(nproc)")
+}
+
+install_missing g++ cmake make tcl8.6 tcl8.6-dev googletest libgtest-dev
+
+case "${1:-test}" in
+  demo)
+    build build
+    tclsh8.6 examples/demo.tcl build/libhktcl.so
+    ;;
+  test)
+    build build
+    run_tests build
+    build build-sanitize -DHK_SANITIZE=ON
+    run_tests build-sanitize
+    ;;
+  bench)
+    build build-bench -DCMAKE_BUILD_TYPE=Release -DHK_TESTS=OFF
+    tclsh8.6 bench/calls.tcl build-bench/libhktcl.so
+    ;;
+  *)
+    echo "usage: $0 demo|test|bench" >&2
+    exit 2
+    ;;
+esac
