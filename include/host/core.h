@@ -22,6 +22,8 @@
 #include <string>
 #include <vector>
 
+#include "host/journal.h"
+
 class hcType;
 class hcTypeTable;
 class hcSubject;
@@ -44,6 +46,36 @@ class hcConstraint;
 class hcTexture;
 class hcDOF;
 struct PyObject;
+
+// ---------------------------------------------------------------------------
+// Journal helpers of the host's own sources.  While a host operation runs
+// other host operations on its own behalf it holds a Quiet scope, so that the
+// journal shows the operation its caller asked for and not its internals.
+namespace hccore {
+int &quietDepth();
+class Quiet {
+ public:
+  Quiet() { ++quietDepth(); }
+  ~Quiet() { --quietDepth(); }
+  Quiet(const Quiet &) = delete;
+  Quiet &operator=(const Quiet &) = delete;
+};
+// hcjournal::call, unless a Quiet scope is open.
+template <class... A>
+void call(const char *op, const A &...args) {
+  if (quietDepth() == 0) hcjournal::call(op, args...);
+}
+// Destructor entries.  Every destructor of a class hierarchy calls
+// destroying(this, "Class::~Class") first; only the first call for an object
+// (the most derived destructor's) counts.  The root destructor calls
+// destroyed(this) last, which records that entry, so that the journal shows
+// one entry, for the class that was deleted, after everything the
+// destruction itself did.
+void destroying(const void *self, const char *op);
+void destroyed(const void *self);
+// The descriptor of the class named, without a journal entry.
+hcType *typeNamed(const char *name);
+}  // namespace hccore
 
 // ---------------------------------------------------------------------------
 // hList: a node of a circular doubly linked list of untyped pointers.  A list
@@ -100,6 +132,8 @@ class hVector {
   hVector horizontal();              // (x, y, 0)
   float angle(hVector &other);       // angle between the two, radians
 };
+// Equality within a tolerance of 1e-6 relative to the larger magnitude (or
+// absolute below 1), component by component.
 int operator==(const hVector &a, const hVector &b);
 
 // ---------------------------------------------------------------------------
@@ -144,6 +178,7 @@ class hMatrix {
   // Rotation about axis ax of frame, applied to this in world coordinates.
   hMatrix rotateAroundFrame(hMatrix &frame, int ax, float angle);
 };
+// Equality with the tolerance of the vector comparison, element by element.
 int operator==(const hMatrix &a, const hMatrix &b);
 
 // ---------------------------------------------------------------------------
@@ -220,6 +255,8 @@ class hcObserver {
   hcSubject *subject_ = nullptr;
   int updates_ = 0;
   int lastProtocol_ = -1;
+  bool subjectLost_ = false;  // the subject was destroyed under us
+  friend class hcSubject;
 };
 
 // ---------------------------------------------------------------------------
@@ -237,7 +274,18 @@ class hcSubject {
   // owned by the subject and rebuilt on each call.
   hcObserver::observerList *getObservers(int protocol = hcObserver::ALL);
 
+  // A copy is a new subject without observers.
+  hcSubject(const hcSubject &other);
+  hcSubject &operator=(const hcSubject &other);
+
+ protected:
+  // Notifies DESTROY, tells the observers whose subject this is that it is
+  // gone and forgets every observer.  Idempotent; destructors of derived
+  // classes may call it first so observers see the object still whole.
+  void releaseObservers();
+
  private:
+  friend class hcObserver;
   std::vector<std::pair<hcObserver *, int>> observers_;
   hcObserver::observerList answer_;
 };
@@ -301,6 +349,10 @@ class hcObject : public hcSubject {
   hcPropertyList *getPropertyList();
   int setScriptObject(PyObject *object);
   PyObject *getScriptObject();
+
+  // Copies own their names and property list.
+  hcObject(const hcObject &other);
+  hcObject &operator=(const hcObject &other);
 
  protected:
   // The descriptor of the object's own class; derived classes override it.

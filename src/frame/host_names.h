@@ -2,7 +2,7 @@
 //
 // Every host type that travels through scripts as a typed pointer string has
 // a name here: the pointer type T * has the type string "_" + name + "_p",
-// T ** adds another "_p", and so on.
+// T ** is "_" + name + "_pp", and so on.
 #pragma once
 
 #include <array>
@@ -34,14 +34,12 @@ namespace detail {
 template <class T, int Depth>
 constexpr auto BuildTypeString() {
   constexpr auto name = HostName<T>::name;
-  std::array<char, 1 + name.size + 2 * Depth + 1> out{};
+  std::array<char, 1 + name.size + (Depth ? 1 + Depth : 0) + 1> out{};
   std::size_t n = 0;
   out[n++] = '_';
   for (std::size_t i = 0; i < name.size; ++i) out[n++] = name.value[i];
-  for (int d = 0; d < Depth; ++d) {
-    out[n++] = '_';
-    out[n++] = 'p';
-  }
+  if (Depth) out[n++] = '_';
+  for (int d = 0; d < Depth; ++d) out[n++] = 'p';
   out[n] = '\0';
   return out;
 }

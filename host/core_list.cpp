@@ -1,0 +1,93 @@
+// Host library: the circular doubly linked list of untyped pointers.
+//
+// A list is addressed by its head node; head->prev_ is the last node.  The
+// empty list is a null head.
+#include "host/core.h"
+
+void *hList::getData() {
+  hccore::call("hList::getData");
+  return data_;
+}
+
+hList *hList::iterator(hList *sl, hList *l) {
+  hccore::call("hList::iterator", sl, l);
+  if (!sl) return nullptr;
+  if (!l) return sl;
+  hList *next = l->next_;
+  return next == sl ? nullptr : next;
+}
+
+hList *circlistiterator(hList *head, hList *node) {
+  hccore::call("circlistiterator", head, node);
+  hccore::Quiet quiet;
+  return hList::iterator(head, node);
+}
+
+void hList::append(hList **head, void *data) {
+  hccore::call("hList::append", head, data);
+  if (!head) return;
+  hList *node = new hList;
+  node->data_ = data;
+  if (!*head) {
+    node->next_ = node->prev_ = node;
+    *head = node;
+    return;
+  }
+  hList *first = *head;
+  hList *last = first->prev_;
+  node->prev_ = last;
+  node->next_ = first;
+  last->next_ = node;
+  first->prev_ = node;
+}
+
+void hList::deleteNode(hList **head, hList *node, ElementFn fn) {
+  hccore::call("hList::deleteNode", head, node,
+               reinterpret_cast<const void *>(fn));
+  if (!head || !*head || !node) return;
+  // Only a node of this list may be unlinked.
+  hList *n = *head;
+  do {
+    if (n == node) break;
+    n = n->next_;
+  } while (n != *head);
+  if (n != node) return;
+  if (fn) fn(node->data_);
+  if (node->next_ == node) {
+    *head = nullptr;
+  } else {
+    node->prev_->next_ = node->next_;
+    node->next_->prev_ = node->prev_;
+    if (*head == node) *head = node->next_;
+  }
+  delete node;
+}
+
+int hList::destroy(hList **head, ElementFn fn) {
+  hccore::call("hList::destroy", head, reinterpret_cast<const void *>(fn));
+  if (!head || !*head) return 0;
+  hList *first = *head;
+  first->prev_->next_ = nullptr;  // break the ring
+  int freed = 0;
+  for (hList *n = first; n;) {
+    hList *next = n->next_;
+    if (fn) fn(n->data_);
+    delete n;
+    ++freed;
+    n = next;
+  }
+  *head = nullptr;
+  return freed;
+}
+
+int hList::count(hList *head) {
+  hccore::call("hList::count", head);
+  if (!head) return 0;
+  int n = 0;
+  hList *l = head;
+  do {
+    ++n;
+    l = l->next_;
+  } while (l != head);
+  return n;
+}
