@@ -45,3 +45,42 @@ subj notify $hcObserver_UPDATE
 subj notify $hcObserver_UPDATE
 puts "observers of the subject: [hcSubject_getObservers [subj cget -this]]"
 puts "found by name: [expr {[hcObserver_find watcher] eq $watcher}]"
+
+section "A figure built in memory"
+# Two segments, upper and lower, each one unit long along x; the elbow joint
+# turns lower about z.
+set arm [hcFigure_createInMemory arm]
+set upper [hcSegment_createInMemory $arm upper]
+set lower [hcSegment_createInMemory $arm lower]
+set shoulder [hcSite_create shoulder $upper]
+set elbowUp [hcSite_create elbow_up $upper]
+set elbowLo [hcSite_create elbow_lo $lower]
+set tip [hcSite_create tip $lower]
+hVector unitX
+unitX setList {1 0 0}
+hcSite_setPosition $elbowUp [unitX cget -this]
+hcSite_setPosition $tip [unitX cget -this]
+set elbow [hcJoint_createBetweenSites $elbowUp $elbowLo]
+hcJoint_appendDOF $elbow $hcJoint_ROT [z cget -this]
+hcFigure_setRoot $arm $shoulder
+
+hcFigure fig -this $arm
+hVector where
+hcSite_getGlobalPosition $tip [where cget -this]
+puts "[fig getNSegments] segments, [fig getNJoints] joint, [fig getNSites] sites; tip at [where getList]"
+set angle [float_array 1]
+float_set $angle 0 90
+hcJoint_setAngles $elbow $angle 0
+hcSite_getGlobalPosition $tip [where cget -this]
+puts "elbow bent 90 degrees: tip at [where getList]"
+
+set file [file join [expr {[info exists env(TMPDIR)] ? $env(TMPDIR) : "/tmp"}] demo-arm.fig]
+fig saveToFile $file
+set copy [hcFigure_readFromFile $file copy]
+hcSite_getGlobalPosition [hcFigure_findSite $copy tip] [where cget -this]
+puts "saved to $file and read back as [hcObject_getName $copy]: tip at [where getList]"
+hcFigure_destroy $copy
+rename fig {}
+hcFigure_destroy $arm
+float_destroy $angle
+file delete $file

@@ -7,12 +7,17 @@
 namespace hk {
 namespace {
 
+// The elements are numbers, which never need list quoting, so the list is
+// built in one buffer and set at once (the command's result starts empty).
 void AppendNumbers(Tcl_Interp *interp, const float *values, int n) {
+  char text[16 * 64];
+  std::size_t used = 0;
   for (int i = 0; i < n; ++i) {
-    char buf[64];
-    std::snprintf(buf, sizeof buf, "%g", static_cast<double>(values[i]));
-    Tcl_AppendElement(interp, buf);
+    if (i) text[used++] = ' ';
+    used += std::snprintf(text + used, sizeof text - used, "%g", static_cast<double>(values[i]));
   }
+  text[used] = '\0';
+  Tcl_AppendResult(interp, text, nullptr);
 }
 
 // Stores the numbers of list into values[0..n-1].  A bad element stores the
