@@ -551,7 +551,7 @@ void hcObject::uniqueName(char *uniqName, hList *objs) {
   for (int i = 0; i < width; ++i) modulus *= 10;
   const unsigned long current = std::strtoul(digits, nullptr, 10);
   std::string candidate(uniqName);
-  char buf[16];
+  char buf[24];  // room for any unsigned long
   // Each name in objs rules out at most one candidate.
   for (unsigned long k = 1; k < modulus && k <= names.size() + 1; ++k) {
     std::snprintf(buf, sizeof buf, "%0*lu", width, (current + k) % modulus);
