@@ -1,11 +1,18 @@
 #include "frame/command.h"
 
 #include <cstdio>
+#include <cstring>
 
 namespace hk {
 
 int UsageError(Tcl_Interp *interp, const std::string &usage) {
   Tcl_SetResult(interp, const_cast<char *>(usage.c_str()), TCL_STATIC);
+  return TCL_ERROR;
+}
+
+int WrongArgs(Tcl_Interp *interp, const char *cmd, const char *tail) {
+  Tcl_ResetResult(interp);
+  Tcl_AppendResult(interp, "Wrong # args. ", cmd, " ", tail, static_cast<char *>(nullptr));
   return TCL_ERROR;
 }
 
@@ -42,9 +49,15 @@ void SetString(Tcl_Interp *interp, const char *text) {
 }
 
 void SetPointer(Tcl_Interp *interp, const void *addr, const char *type) {
-  char buf[kMaxPointerString];
-  MakePointer(buf, addr, type);
-  Tcl_SetResult(interp, buf, TCL_VOLATILE);
+  if (std::strlen(type) < kMaxPointerString - 2 * sizeof(void *) - 2) {
+    char buf[kMaxPointerString];
+    MakePointer(buf, addr, type);
+    Tcl_SetResult(interp, buf, TCL_VOLATILE);
+  } else {
+    // Type names typed by scripts can be of any length.
+    std::string text = MakePointerString(addr, type);
+    Tcl_SetResult(interp, const_cast<char *>(text.c_str()), TCL_VOLATILE);
+  }
 }
 
 }  // namespace hk

@@ -44,8 +44,11 @@ namespace hk {
 // ---------------------------------------------------------------------------
 // Messages.
 
-// Installs the fixed usage message of a command and answers TCL_ERROR.
+// Installs the fixed usage message of a command and answers TCL_ERROR.  The
+// text must outlive the interpreter's use of it (see UsageText).
 int UsageError(Tcl_Interp *interp, const std::string &usage);
+// The same message, built from a command name and usage tail.
+int WrongArgs(Tcl_Interp *interp, const char *cmd, const char *tail);
 // "Type error in argument N of <cmd>. Expected <type>, received <word>".
 int TypeError(Tcl_Interp *interp, int index, const char *cmd, const char *type, const char *word);
 

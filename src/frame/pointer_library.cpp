@@ -17,6 +17,7 @@
 #include <type_traits>
 #include <vector>
 
+#include "frame/command.h"
 #include "frame/registry.h"
 #include "frame/typed_pointer.h"
 
@@ -35,47 +36,11 @@ int Fail(Tcl_Interp *interp, const char *message) {
   return TCL_ERROR;
 }
 
-int WrongArgs(Tcl_Interp *interp, const char *cmd, const char *tail) {
-  Tcl_ResetResult(interp);
-  Tcl_AppendResult(interp, "Wrong # args. ", cmd, " ", tail, static_cast<char *>(nullptr));
-  return TCL_ERROR;
-}
-
-int TypeError(Tcl_Interp *interp, int word, const char *cmd, const char *type,
-              const char *received) {
-  char index[16];
-  std::snprintf(index, sizeof index, "%d", word);
-  Tcl_ResetResult(interp);
-  Tcl_AppendResult(interp, "Type error in argument ", index, " of ", cmd, ". Expected ",
-                   type, ", received ", received, static_cast<char *>(nullptr));
-  return TCL_ERROR;
-}
-
-void SetText(Tcl_Interp *interp, const char *text) {
-  Tcl_SetResult(interp, const_cast<char *>(text ? text : ""), TCL_VOLATILE);
-}
-
-void SetLong(Tcl_Interp *interp, long value) {
-  char buf[32];
-  std::snprintf(buf, sizeof buf, "%ld", value);
-  SetText(interp, buf);
-}
-
-void SetDouble(Tcl_Interp *interp, double value) {
-  char buf[TCL_DOUBLE_SPACE];
-  Tcl_PrintDouble(interp, value, buf);
-  SetText(interp, buf);
-}
-
-void SetPointer(Tcl_Interp *interp, const void *addr, const char *type) {
-  SetText(interp, MakePointerString(addr, type).c_str());
-}
-
 // Pointer text for an address that may be zero: zero keeps the type as
 // "_0" + type instead of becoming "NULL".
 void SetRelabelled(Tcl_Interp *interp, std::uintptr_t addr, const char *type) {
   if (addr == 0)
-    SetText(interp, (std::string("_0") + type).c_str());
+    SetString(interp, (std::string("_0") + type).c_str());
   else
     SetPointer(interp, reinterpret_cast<const void *>(addr), type);
 }
@@ -212,10 +177,10 @@ int PtrValue(ClientData, Tcl_Interp *interp, int argc, const char *argv[]) {
   } else if (Is(type, "float")) {
     SetDouble(interp, static_cast<float *>(addr)[index]);
   } else if (Is(type, "char")) {
-    SetText(interp, static_cast<char *>(addr) + index);
+    SetString(interp, static_cast<char *>(addr) + index);
   } else if (Is(type, "char *")) {
     const char *element = static_cast<char **>(addr)[index];
-    SetText(interp, element ? element : "NULL");
+    SetString(interp, element ? element : "NULL");
   } else {
     return Fail(interp, "Unable to dereference unsupported datatype.");
   }
@@ -402,7 +367,7 @@ constexpr bool kOwnsText = std::is_same_v<typename K::Element, char *>;
 template <class K>
 void SetElement(Tcl_Interp *interp, typename K::Element value) {
   if constexpr (kOwnsText<K>)
-    SetText(interp, value);
+    SetString(interp, value);
   else if constexpr (std::is_integral_v<typename K::Element>)
     SetLong(interp, value);
   else
