@@ -27,8 +27,18 @@ build() {
   cmake --build "$dir" -j"$(nproc)"
 }
 
+# Runs CTest in a build directory, then lists the totals of every tcltest
+# suite and the number of GoogleTest cases, and repeats CTest's summary last.
 run_tests() {
-  (cd "$1" && ctest --output-on-failure -j"$(nproc)")
+  local dir=$1 rc=0
+  (cd "$dir" && ctest --output-on-failure -j"$(nproc)") >"$dir/ctest.out" 2>&1 || rc=$?
+  cat "$dir/ctest.out"
+  local log="$dir/Testing/Temporary/LastTest.log"
+  echo "Suite totals ($dir):"
+  [ -f "$log" ] && awk '/ Testing: /{name=$3} /^all.tcl:/{sub(/^all.tcl:[ \t]*/, ""); gsub(/\t/, " "); print "  " name ": " $0}' "$log"
+  [ -f "$log" ] && echo "  GoogleTest cases run: $(grep -c ' Testing: unit\.' "$log")"
+  grep -E '^[0-9]+% tests passed' "$dir/ctest.out" || true
+  return "$rc"
 }
 
 install_missing g++ cmake make tcl8.6 tcl8.6-dev googletest libgtest-dev
