@@ -17,6 +17,8 @@ std::span<ClassDef *const> ClassBlocks() {
       &hcJoint_class,
       &hcFigure_class,
       &hcSite_class,
+      &hcConstrHistory_class,
+      &hcConstraint_class,
       &hcValue_class,
       &hcPropertyList_class,
       &hcTypeTable_class,

@@ -25,6 +25,8 @@ extern hk::ClassDef hcSegment_class;
 extern hk::ClassDef hcJoint_class;
 extern hk::ClassDef hcFigure_class;
 extern hk::ClassDef hcSite_class;
+extern hk::ClassDef hcConstrHistory_class;
+extern hk::ClassDef hcConstraint_class;
 extern hk::ClassDef hcValue_class;
 extern hk::ClassDef hcPropertyList_class;
 extern hk::ClassDef hcTypeTable_class;

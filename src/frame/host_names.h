@@ -9,6 +9,7 @@
 #include <cstddef>
 #include <type_traits>
 
+#include "host/constraint.h"
 #include "host/core.h"
 #include "host/figure.h"
 
@@ -98,6 +99,7 @@ HK_HOST_NAME(hcJoint, "hcJoint");
 HK_HOST_NAME(hcSite, "hcSite");
 HK_HOST_NAME(hcMaterial, "hcMaterial");
 HK_HOST_NAME(hcConstraint, "hcConstraint");
+HK_HOST_NAME(hcConstrHistory, "hcConstrHistory");
 HK_HOST_NAME(hcTexture, "hcTexture");
 HK_HOST_NAME(hcDOF, "hcDOF");
 HK_HOST_NAME(hcFigure::postureList, "hcFigure::postureList");
@@ -114,5 +116,6 @@ HK_HOST_NAME(hcFigPhys, "hcFigPhys");
 HK_HOST_NAME(hcSegPhys, "hcSegPhys");
 HK_HOST_NAME(hcJointPhys, "hcJointPhys");
 HK_HOST_NAME(hcSitePhys, "hcSitePhys");
+
 
 }  // namespace hk

@@ -20,4 +20,5 @@ struct CommandEntry {
 // and string.
 const std::vector<CommandEntry> &PointerLibraryCommands();
 
+
 }  // namespace hk
