@@ -19,7 +19,12 @@ std::span<ClassDef *const> ClassBlocks() {
       &hcSite_class,
       &hcConstrHistory_class,
       &hcConstraint_class,
+      &hcScene_class,
+      &hcGlobal_class,
       &hcValue_class,
+      &hcPy_class,
+      &hcSim_class,
+      &hcKit_class,
       &hcPropertyList_class,
       &hcTypeTable_class,
   };

@@ -12,6 +12,9 @@
 #include "host/constraint.h"
 #include "host/core.h"
 #include "host/figure.h"
+#include "host/scene.h"
+#include "host/kit.h"
+#include "host/pybridge.h"
 
 namespace hk {
 
@@ -105,6 +108,9 @@ HK_HOST_NAME(hcDOF, "hcDOF");
 HK_HOST_NAME(hcFigure::postureList, "hcFigure::postureList");
 HK_HOST_NAME(hcFigure::materialList, "hcFigure::materialList");
 HK_HOST_NAME(hcHuman, "hcHuman");
+HK_HOST_NAME(hcScene, "hcScene");
+HK_HOST_NAME(hcASDXMLObject, "hcASDXMLObject");
+HK_HOST_NAME(InvDynamics, "InvDynamics");
 HK_HOST_NAME(hcPosture, "hcPosture");
 HK_HOST_NAME(hcGeometry, "hcGeometry");
 HK_HOST_NAME(hcDisplayFlags, "hcDisplayFlags");
@@ -117,5 +123,15 @@ HK_HOST_NAME(hcSegPhys, "hcSegPhys");
 HK_HOST_NAME(hcJointPhys, "hcJointPhys");
 HK_HOST_NAME(hcSitePhys, "hcSitePhys");
 
+HK_HOST_NAME(hcSim, "hcSim");
+HK_HOST_NAME(hcKit, "hcKit");
+HK_HOST_NAME(hcGlobal, "hcGlobal");
+HK_HOST_NAME(hcCallback, "hcCallback");
+HK_HOST_NAME(sgFactory, "sgFactory");
+HK_HOST_NAME(hcTimeline, "hcTimeline");
+
+HK_HOST_NAME(hcScene::distUnits, "hcScene::distUnits");
+HK_HOST_NAME(hcScene::massUnits, "hcScene::massUnits");
+HK_HOST_NAME(hcPy, "hcPy");
 
 }  // namespace hk

@@ -37,6 +37,7 @@ void RegisterModuleLevel(Tcl_Interp *interp) {
   LinkInt(interp, "MAX_JOINTS", &MAX_JOINTS);
   LinkString(interp, "HK_MAJOR_VERSION", &HK_MAJOR_VERSION);
   LinkString(interp, "HK_MINOR_VERSION", &HK_MINOR_VERSION);
+  Tcl_CreateCommand(interp, "hcscene_get", SceneGetCommand(), nullptr, nullptr);
   for (const CommandEntry &c : PointerLibraryCommands()) Tcl_CreateCommand(interp, c.name, c.proc, nullptr, nullptr);
 }
 

@@ -21,4 +21,7 @@ struct CommandEntry {
 const std::vector<CommandEntry> &PointerLibraryCommands();
 
 
+// hcscene_get: answers the host's current scene.
+Tcl_CmdProc *SceneGetCommand();
+
 }  // namespace hk
