@@ -20,13 +20,20 @@ std::span<ClassDef *const> ClassBlocks() {
       &hcConstrHistory_class,
       &hcConstraint_class,
       &hcScene_class,
+      &hcAnthroScale_class,
       &hcGlobal_class,
+      &hcHuman_class,
+      &hcPosture_class,
       &hcValue_class,
       &hcPy_class,
       &hcSim_class,
       &hcKit_class,
       &hcPropertyList_class,
       &hcTypeTable_class,
+      &hcBone_class,
+      &hcSegmentBone_class,
+      &hcTwistBone_class,
+      &hcTwistLink_class,
   };
   return blocks;
 }

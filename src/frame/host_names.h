@@ -12,8 +12,11 @@
 #include "host/constraint.h"
 #include "host/core.h"
 #include "host/figure.h"
+#include "host/human.h"
 #include "host/scene.h"
 #include "host/kit.h"
+#include "host/anthro.h"
+#include "host/posture.h"
 #include "host/pybridge.h"
 
 namespace hk {
@@ -111,9 +114,13 @@ HK_HOST_NAME(hcHuman, "hcHuman");
 HK_HOST_NAME(hcScene, "hcScene");
 HK_HOST_NAME(hcASDXMLObject, "hcASDXMLObject");
 HK_HOST_NAME(InvDynamics, "InvDynamics");
+HK_HOST_NAME(hcHuman::gender, "hcHuman::gender");
+HK_HOST_NAME(hcAnthroScale, "hcAnthroScale");
+HK_HOST_NAME(hcSmoothSkin, "hcSmoothSkin");
 HK_HOST_NAME(hcPosture, "hcPosture");
 HK_HOST_NAME(hcGeometry, "hcGeometry");
 HK_HOST_NAME(hcDisplayFlags, "hcDisplayFlags");
+HK_HOST_NAME(hcLandmark, "hcLandmark");
 HK_HOST_NAME(sgFigure, "sgFigure");
 HK_HOST_NAME(sgSegment, "sgSegment");
 HK_HOST_NAME(sgJoint, "sgJoint");
@@ -132,6 +139,13 @@ HK_HOST_NAME(hcTimeline, "hcTimeline");
 
 HK_HOST_NAME(hcScene::distUnits, "hcScene::distUnits");
 HK_HOST_NAME(hcScene::massUnits, "hcScene::massUnits");
+HK_HOST_NAME(hcBone, "hcBone");
+HK_HOST_NAME(hcSegmentBone, "hcSegmentBone");
+HK_HOST_NAME(hcTwistBone, "hcTwistBone");
+HK_HOST_NAME(hcTwistLink, "hcTwistLink");
+HK_HOST_NAME(twistBoneList, "twistBoneList");
+HK_HOST_NAME(vertexList, "vertexList");
+HK_HOST_NAME(hcMeshGeometry, "hcMeshGeometry");
 HK_HOST_NAME(hcPy, "hcPy");
 
 }  // namespace hk

@@ -34,6 +34,7 @@ void RegisterModuleLevel(Tcl_Interp *interp) {
   LinkInt(interp, "NHANES", &NHANES);
   LinkInt(interp, "NA_AUTO", &NA_AUTO);
   LinkInt(interp, "CDN_LF_97", &CDN_LF_97);
+  for (const CommandEntry &c : AnthroDatabaseCommands()) Tcl_CreateCommand(interp, c.name, c.proc, nullptr, nullptr);
   LinkInt(interp, "MAX_JOINTS", &MAX_JOINTS);
   LinkString(interp, "HK_MAJOR_VERSION", &HK_MAJOR_VERSION);
   LinkString(interp, "HK_MINOR_VERSION", &HK_MINOR_VERSION);

@@ -20,6 +20,11 @@ struct CommandEntry {
 // and string.
 const std::vector<CommandEntry> &PointerLibraryCommands();
 
+// The anthropometric database commands, in registration order:
+// getNumAnthroDatabases getAnthroDatabaseName getNumPercentiles getPercentile
+// getStatureValueInCM getWeightValueInKG getStatureLimits getWeightLimits
+// conserveMemoryDuringScaling setScalingCacheDir getScalingCacheDir.
+const std::vector<CommandEntry> &AnthroDatabaseCommands();
 
 // hcscene_get: answers the host's current scene.
 Tcl_CmdProc *SceneGetCommand();

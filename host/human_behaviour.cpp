@@ -1,0 +1,426 @@
+// hcHuman: the behaviour controllers.  Settings are stored and answered back;
+// the motions that would need the body model answer 0.
+#include "host/human.h"
+
+using namespace hcfigure_detail;
+
+namespace {
+
+bool between(int v, int lo, int hi) { return v >= lo && v <= hi; }
+bool validSide(int side) { return side == hcHuman::leftSide || side == hcHuman::rightSide; }
+
+}  // namespace
+
+int hcHuman::readGoal(const Goal &g, hMatrix &out) {
+  if (!g.set) return 0;
+  out = g.m;
+  return 1;
+}
+
+// ---------------------------------------------------------------------------
+// Arms and hands.
+
+int hcHuman::moveArm(int side, int sjoint, int endtype, hcSite *endSite, hMatrix goal) {
+  OpRecord rec("hcHuman::moveArm", side, sjoint, endtype, endSite, goal);
+  return 0;
+}
+
+float hcHuman::getMoveArmPotential(int side) {
+  OpRecord rec("hcHuman::getMoveArmPotential", side);
+  return 0;
+}
+
+hcConstraint *hcHuman::setArmControl(int side, int type, int sjoint, hcSegment *ref, hcSite *goal) {
+  OpRecord rec("hcHuman::setArmControl", side, type, sjoint, ref, goal);
+  if (validSide(side) && between(type, armRelease, armSymmetry) && between(sjoint, armShoulder, armWaist))
+    arm_[side] = Arm{type, sjoint, ref, goal};
+  return nullptr;
+}
+
+int hcHuman::getArmControlType(int side) {
+  OpRecord rec("hcHuman::getArmControlType", side);
+  return validSide(side) ? arm_[side].type : -1;
+}
+
+int hcHuman::getArmControlBase(int side) {
+  OpRecord rec("hcHuman::getArmControlBase", side);
+  return validSide(side) ? arm_[side].base : -1;
+}
+
+hcSegment *hcHuman::getArmControlRef(int side) {
+  OpRecord rec("hcHuman::getArmControlRef", side);
+  return validSide(side) ? arm_[side].ref : nullptr;
+}
+
+hcSite *hcHuman::getArmControlGoal(int side) {
+  OpRecord rec("hcHuman::getArmControlGoal", side);
+  return validSide(side) ? arm_[side].goal : nullptr;
+}
+
+int hcHuman::shapeHand(int side, const char *handShape, float interpolation) {
+  OpRecord rec("hcHuman::shapeHand", side, handShape, interpolation);
+  return 0;  // hands have no shapes without the body model
+}
+
+// ---------------------------------------------------------------------------
+// Pelvis.
+
+int hcHuman::rotatePelvis(hMatrix goal) {
+  OpRecord rec("hcHuman::rotatePelvis", goal);
+  return 0;
+}
+
+float hcHuman::getRotatePelvisPotential() {
+  OpRecord rec("hcHuman::getRotatePelvisPotential");
+  return 0;
+}
+
+int hcHuman::setPelvisControl(int type) {
+  OpRecord rec("hcHuman::setPelvisControl", type);
+  if (!between(type, pelvisHold, pelvisTorso)) return 0;
+  pelvisType_ = type;
+  return 1;
+}
+
+int hcHuman::getPelvisControlType() {
+  OpRecord rec("hcHuman::getPelvisControlType");
+  return pelvisType_;
+}
+
+// ---------------------------------------------------------------------------
+// Torso.
+
+int hcHuman::bendTorso(int type, hVector angles, int low, int high, int initiator, int resistor,
+                       float resistance, int interp) {
+  OpRecord rec("hcHuman::bendTorso", type, angles, low, high, initiator, resistor, resistance, interp);
+  if (!between(type, torsoNeck, torsoInput)) return 0;
+  torsoParams_ = type;
+  torsoAngles_ = angles;
+  spine_ = Spine{low, high, initiator, resistor, resistance, interp};
+  return 1;
+}
+
+int hcHuman::getTorsoParams() {
+  OpRecord rec("hcHuman::getTorsoParams");
+  return torsoParams_;
+}
+
+int hcHuman::getTorsoAngles(hVector &v) {
+  OpRecord rec("hcHuman::getTorsoAngles", addr(&v));
+  v = torsoAngles_;
+  return 1;
+}
+
+int hcHuman::getTorsoUpperLimits(hVector &angles) {
+  OpRecord rec("hcHuman::getTorsoUpperLimits", addr(&angles));
+  return 0;  // the spine has no limits without the body model
+}
+
+int hcHuman::getTorsoLowerLimits(hVector &angles) {
+  OpRecord rec("hcHuman::getTorsoLowerLimits", addr(&angles));
+  return 0;
+}
+
+int hcHuman::getTorsoLow() {
+  OpRecord rec("hcHuman::getTorsoLow");
+  return spine_.low;
+}
+
+int hcHuman::getTorsoHigh() {
+  OpRecord rec("hcHuman::getTorsoHigh");
+  return spine_.high;
+}
+
+int hcHuman::getTorsoInitiator() {
+  OpRecord rec("hcHuman::getTorsoInitiator");
+  return spine_.initiator;
+}
+
+int hcHuman::getTorsoResistor() {
+  OpRecord rec("hcHuman::getTorsoResistor");
+  return spine_.resistor;
+}
+
+float hcHuman::getTorsoResistance() {
+  OpRecord rec("hcHuman::getTorsoResistance");
+  return spine_.resistance;
+}
+
+int hcHuman::getTorsoInterp() {
+  OpRecord rec("hcHuman::getTorsoInterp");
+  return spine_.interp;
+}
+
+int hcHuman::setTorsoControl(int type) {
+  OpRecord rec("hcHuman::setTorsoControl", type);
+  if (!between(type, torsoVertical, torsoHold)) return 0;
+  torsoType_ = type;
+  return 1;
+}
+
+int hcHuman::setTorsoSpineParams(int low, int high, int initiator, int resistor, float resistance,
+                                 int interp) {
+  OpRecord rec("hcHuman::setTorsoSpineParams", low, high, initiator, resistor, resistance, interp);
+  spine_ = Spine{low, high, initiator, resistor, resistance, interp};
+  return 1;
+}
+
+int hcHuman::getTorsoControlType() {
+  OpRecord rec("hcHuman::getTorsoControlType");
+  return torsoType_;
+}
+
+int hcHuman::setTorsoCentered(int on) {
+  OpRecord rec("hcHuman::setTorsoCentered", on);
+  torsoCentered_ = on ? 1 : 0;
+  return 1;
+}
+
+int hcHuman::getTorsoCentered() {
+  OpRecord rec("hcHuman::getTorsoCentered");
+  return torsoCentered_;
+}
+
+void hcHuman::updateTorso() { OpRecord rec("hcHuman::updateTorso"); }
+
+void hcHuman::synchTorsoAngles() { OpRecord rec("hcHuman::synchTorsoAngles"); }
+
+// ---------------------------------------------------------------------------
+// Balance.
+
+int hcHuman::moveBalance(hMatrix goal) {
+  OpRecord rec("hcHuman::moveBalance", goal);
+  balanceGoal_ = Goal{true, goal};
+  return 0;
+}
+
+int hcHuman::getBalanceGoal(hMatrix &goal) {
+  OpRecord rec("hcHuman::getBalanceGoal", addr(&goal));
+  return readGoal(balanceGoal_, goal);
+}
+
+int hcHuman::setBalanceControl(int type, float interpx, float interpz) {
+  OpRecord rec("hcHuman::setBalanceControl", type, interpx, interpz);
+  if (!between(type, balanceFeet, balanceUpperBody)) return 0;
+  balanceType_ = type;
+  interpX_ = interpx;
+  interpZ_ = interpz;
+  return 1;
+}
+
+int hcHuman::getBalanceControlType() {
+  OpRecord rec("hcHuman::getBalanceControlType");
+  return balanceType_;
+}
+
+float hcHuman::getBalanceControlInterpX() {
+  OpRecord rec("hcHuman::getBalanceControlInterpX");
+  return interpX_;
+}
+
+float hcHuman::getBalanceControlInterpZ() {
+  OpRecord rec("hcHuman::getBalanceControlInterpZ");
+  return interpZ_;
+}
+
+float hcHuman::getMoveBalancePotential() {
+  OpRecord rec("hcHuman::getMoveBalancePotential");
+  return 0;
+}
+
+// ---------------------------------------------------------------------------
+// Feet, heels and knees.
+
+int hcHuman::moveFoot(int side, hMatrix goalTransform) {
+  OpRecord rec("hcHuman::moveFoot", side, goalTransform);
+  return 0;
+}
+
+float hcHuman::getMoveFootPotential(int side) {
+  OpRecord rec("hcHuman::getMoveFootPotential", side);
+  return 0;
+}
+
+hcConstraint *hcHuman::setFootControl(int side, int type, hcSegment *ref) {
+  OpRecord rec("hcHuman::setFootControl", side, type, ref);
+  if (validSide(side) && between(type, footRelease, footSymmetry)) foot_[side] = Foot{type, ref};
+  return nullptr;
+}
+
+int hcHuman::getFootControlType(int side) {
+  OpRecord rec("hcHuman::getFootControlType", side);
+  return validSide(side) ? foot_[side].type : -1;
+}
+
+hcSegment *hcHuman::getFootControlRef(int side) {
+  OpRecord rec("hcHuman::getFootControlRef", side);
+  return validSide(side) ? foot_[side].ref : nullptr;
+}
+
+int hcHuman::findFootBalanceInterp(float *x, float *z) {
+  OpRecord rec("hcHuman::findFootBalanceInterp", x, z);
+  return 0;  // needs the feet's support polygon
+}
+
+int hcHuman::moveHeel(int side, hMatrix goalTransform) {
+  OpRecord rec("hcHuman::moveHeel", side, goalTransform);
+  return 0;
+}
+
+float hcHuman::getMoveHeelPotential(int side) {
+  OpRecord rec("hcHuman::getMoveHeelPotential", side);
+  return 0;
+}
+
+int hcHuman::setKneeControl(int side, int type) {
+  OpRecord rec("hcHuman::setKneeControl", side, type);
+  if (!validSide(side) || !between(type, kneeRelease, kneeOverFoot)) return 0;
+  knee_[side] = type;
+  return 1;
+}
+
+int hcHuman::getKneeControlType(int side) {
+  OpRecord rec("hcHuman::getKneeControlType", side);
+  return validSide(side) ? knee_[side] : -1;
+}
+
+// ---------------------------------------------------------------------------
+// Head, eyes and neck.
+
+int hcHuman::moveHead(hMatrix goalTransform) {
+  OpRecord rec("hcHuman::moveHead", goalTransform);
+  headMove_ = Goal{true, goalTransform};
+  return 0;
+}
+
+int hcHuman::getMoveHeadGoal(hMatrix &goal) {
+  OpRecord rec("hcHuman::getMoveHeadGoal", addr(&goal));
+  return readGoal(headMove_, goal);
+}
+
+float hcHuman::getMoveHeadPotential() {
+  OpRecord rec("hcHuman::getMoveHeadPotential");
+  return 0;
+}
+
+int hcHuman::setHeadControl(int type, hMatrix *goalTransform, hcSite *site) {
+  OpRecord rec("hcHuman::setHeadControl", type, goalTransform, site);
+  if (!between(type, headRelease, headFollowEyes)) return 0;
+  head_.type = type;
+  head_.goal = goalTransform ? Goal{true, *goalTransform} : Goal{};
+  head_.site = site;
+  return 1;
+}
+
+int hcHuman::getHeadControlType() {
+  OpRecord rec("hcHuman::getHeadControlType");
+  return head_.type;
+}
+
+int hcHuman::getHeadControlGoal(hMatrix &goalTransform) {
+  OpRecord rec("hcHuman::getHeadControlGoal", addr(&goalTransform));
+  return readGoal(head_.goal, goalTransform);
+}
+
+hcSite *hcHuman::getHeadControlRef() {
+  OpRecord rec("hcHuman::getHeadControlRef");
+  return head_.site;
+}
+
+int hcHuman::getEyeFixation(hVector &eyeFixation) {
+  OpRecord rec("hcHuman::getEyeFixation", addr(&eyeFixation));
+  if (!eyes_.goal.set) return 0;
+  eyeFixation = origin(eyes_.goal.m);
+  return 1;
+}
+
+int hcHuman::moveEyes(hMatrix goalTransform) {
+  OpRecord rec("hcHuman::moveEyes", goalTransform);
+  eyesMove_ = Goal{true, goalTransform};
+  return 0;
+}
+
+int hcHuman::getMoveEyesGoal(hMatrix &goal) {
+  OpRecord rec("hcHuman::getMoveEyesGoal", addr(&goal));
+  return readGoal(eyesMove_, goal);
+}
+
+float hcHuman::getMoveEyesPotential() {
+  OpRecord rec("hcHuman::getMoveEyesPotential");
+  return 0;
+}
+
+int hcHuman::setEyesControl(int type, hMatrix *goalTransform, hcSite *site) {
+  OpRecord rec("hcHuman::setEyesControl", type, goalTransform, site);
+  if (!between(type, eyeRelease, eyeHeadTrack)) return 0;
+  eyes_.type = type;
+  eyes_.goal = goalTransform ? Goal{true, *goalTransform} : Goal{};
+  eyes_.site = site;
+  return 1;
+}
+
+int hcHuman::getEyesControlType() {
+  OpRecord rec("hcHuman::getEyesControlType");
+  return eyes_.type;
+}
+
+int hcHuman::getEyesControlGoal(hMatrix &goalTransform) {
+  OpRecord rec("hcHuman::getEyesControlGoal", addr(&goalTransform));
+  return readGoal(eyes_.goal, goalTransform);
+}
+
+hcSite *hcHuman::getEyesControlRef() {
+  OpRecord rec("hcHuman::getEyesControlRef");
+  return eyes_.site;
+}
+
+int hcHuman::setNeckCentered(int on) {
+  OpRecord rec("hcHuman::setNeckCentered", on);
+  neckCentered_ = on ? 1 : 0;
+  return 1;
+}
+
+int hcHuman::getNeckCentered() {
+  OpRecord rec("hcHuman::getNeckCentered");
+  return neckCentered_;
+}
+
+// ---------------------------------------------------------------------------
+// Root, stepping and support.
+
+int hcHuman::getRootControlType() {
+  OpRecord rec("hcHuman::getRootControlType");
+  return rootType_;
+}
+
+void hcHuman::setRootControl(int type) {
+  OpRecord rec("hcHuman::setRootControl", type);
+  if (between(type, rootDisable, rootEnable)) rootType_ = type;
+}
+
+void hcHuman::setStepBalanceControl(int type) {
+  OpRecord rec("hcHuman::setStepBalanceControl", type);
+  if (between(type, stepBalanceNone, stepBalance)) stepBalanceType_ = type;
+}
+
+int hcHuman::getStepBalanceControlType() {
+  OpRecord rec("hcHuman::getStepBalanceControlType");
+  return stepBalanceType_;
+}
+
+void hcHuman::setStepPelvisControl(int type) {
+  OpRecord rec("hcHuman::setStepPelvisControl", type);
+  if (between(type, stepPelvisNone, stepPelvis)) stepPelvisType_ = type;
+}
+
+int hcHuman::getStepPelvisControlType() {
+  OpRecord rec("hcHuman::getStepPelvisControlType");
+  return stepPelvisType_;
+}
+
+int hcHuman::setSupport(int type) {
+  OpRecord rec("hcHuman::setSupport", type);
+  if (type != leftFoot && type != rightFoot && type != lowerTorso) return 0;
+  support_ = type;
+  return 1;
+}
