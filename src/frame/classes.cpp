@@ -26,6 +26,7 @@ std::span<ClassDef *const> ClassBlocks() {
       &hcPosture_class,
       &hcValue_class,
       &hcPy_class,
+      &hcMaterial_class,
       &hcSim_class,
       &hcKit_class,
       &hcPropertyList_class,
@@ -34,6 +35,9 @@ std::span<ClassDef *const> ClassBlocks() {
       &hcSegmentBone_class,
       &hcTwistBone_class,
       &hcTwistLink_class,
+      &hcLandmark_class,
+      &hcLandmarkImpl_class,
+      &hcDisplayFlags_class,
   };
   return blocks;
 }

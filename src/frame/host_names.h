@@ -13,6 +13,7 @@
 #include "host/core.h"
 #include "host/figure.h"
 #include "host/human.h"
+#include "host/material.h"
 #include "host/scene.h"
 #include "host/kit.h"
 #include "host/anthro.h"
@@ -121,6 +122,9 @@ HK_HOST_NAME(hcPosture, "hcPosture");
 HK_HOST_NAME(hcGeometry, "hcGeometry");
 HK_HOST_NAME(hcDisplayFlags, "hcDisplayFlags");
 HK_HOST_NAME(hcLandmark, "hcLandmark");
+HK_HOST_NAME(hcLandmarkImpl, "hcLandmarkImpl");
+HK_HOST_NAME(sgMaterial, "sgMaterial");
+HK_HOST_NAME(sgLandmark, "sgLandmark");
 HK_HOST_NAME(sgFigure, "sgFigure");
 HK_HOST_NAME(sgSegment, "sgSegment");
 HK_HOST_NAME(sgJoint, "sgJoint");
