@@ -12,6 +12,7 @@
 #include "host/constraint.h"
 #include "host/core.h"
 #include "host/figure.h"
+#include "host/glyph.h"
 #include "host/human.h"
 #include "host/material.h"
 #include "host/scene.h"
@@ -125,6 +126,12 @@ HK_HOST_NAME(hcLandmark, "hcLandmark");
 HK_HOST_NAME(hcLandmarkImpl, "hcLandmarkImpl");
 HK_HOST_NAME(sgMaterial, "sgMaterial");
 HK_HOST_NAME(sgLandmark, "sgLandmark");
+HK_HOST_NAME(hcGlyph, "hcGlyph");
+HK_HOST_NAME(hcViewConeGlyph, "hcViewConeGlyph");
+HK_HOST_NAME(hcSiteGlyph, "hcSiteGlyph");
+HK_HOST_NAME(hcSegmentTraceGlyph, "hcSegmentTraceGlyph");
+HK_HOST_NAME(hcGhostGlyph, "hcGhostGlyph");
+HK_HOST_NAME(hcProjectionGlyph, "hcProjectionGlyph");
 HK_HOST_NAME(sgFigure, "sgFigure");
 HK_HOST_NAME(sgSegment, "sgSegment");
 HK_HOST_NAME(sgJoint, "sgJoint");
