@@ -20,6 +20,9 @@
 #include "host/anthro.h"
 #include "host/posture.h"
 #include "host/pybridge.h"
+#include "host/motion.h"
+#include "host/timeline.h"
+#include "host/channel.h"
 
 namespace hk {
 
@@ -147,6 +150,25 @@ HK_HOST_NAME(hcGlobal, "hcGlobal");
 HK_HOST_NAME(hcCallback, "hcCallback");
 HK_HOST_NAME(sgFactory, "sgFactory");
 HK_HOST_NAME(hcTimeline, "hcTimeline");
+HK_HOST_NAME(hcMotion, "hcMotion");
+HK_HOST_NAME(hcMotion::motionList, "hcMotion::motionList");
+HK_HOST_NAME(hcMotionGroup, "hcMotionGroup");
+HK_HOST_NAME(hcPath, "hcPath");
+HK_HOST_NAME(hcChannel, "hcChannel");
+HK_HOST_NAME(hcBoundChannelSet, "hcBoundChannelSet");
+HK_HOST_NAME(hcGroupMotion, "hcGroupMotion");
+HK_HOST_NAME(hcDummyMotion, "hcDummyMotion");
+HK_HOST_NAME(hcFigureMotion, "hcFigureMotion");
+HK_HOST_NAME(hcScaleMotion, "hcScaleMotion");
+HK_HOST_NAME(hcScaleSegMotion, "hcScaleSegMotion");
+HK_HOST_NAME(hcPathMotion, "hcPathMotion");
+HK_HOST_NAME(hcFigurePathMotion, "hcFigurePathMotion");
+HK_HOST_NAME(hcJointMotion, "hcJointMotion");
+HK_HOST_NAME(hcTimedAttach, "hcTimedAttach");
+HK_HOST_NAME(hcTimedConstraint, "hcTimedConstraint");
+HK_HOST_NAME(hcColorMotion, "hcColorMotion");
+HK_HOST_NAME(hcScriptMotion, "hcScriptMotion");
+HK_HOST_NAME(hcChannelSetMotion, "hcChannelSetMotion");
 
 HK_HOST_NAME(hcScene::distUnits, "hcScene::distUnits");
 HK_HOST_NAME(hcScene::massUnits, "hcScene::massUnits");
@@ -158,5 +180,16 @@ HK_HOST_NAME(twistBoneList, "twistBoneList");
 HK_HOST_NAME(vertexList, "vertexList");
 HK_HOST_NAME(hcMeshGeometry, "hcMeshGeometry");
 HK_HOST_NAME(hcPy, "hcPy");
+HK_HOST_NAME(hcChannel::channelList, "hcChannel::channelList");
+HK_HOST_NAME(hcJointChannel, "hcJointChannel");
+HK_HOST_NAME(hcJointChannel::Data, "hcJointChannel::Data");
+HK_HOST_NAME(hcFigureChannel, "hcFigureChannel");
+HK_HOST_NAME(hcFigureChannel::Data, "hcFigureChannel::Data");
+HK_HOST_NAME(hcRealtimeChannel, "hcRealtimeChannel");
+HK_HOST_NAME(hcRealtimeChannel::Data, "hcRealtimeChannel::Data");
+HK_HOST_NAME(VisibilityChannel, "VisibilityChannel");
+HK_HOST_NAME(VisibilityChannelObserver, "VisibilityChannelObserver");
+HK_HOST_NAME(hcChannelSet, "hcChannelSet");
+HK_HOST_NAME(hcChannelBinding, "hcChannelBinding");
 
 }  // namespace hk
