@@ -5,7 +5,7 @@
 #include <cmath>
 #include <cstdio>
 
-#include "channel_detail.h"
+#include "motion/channel_detail.h"
 
 using hcchannel_detail::OpRecord;
 using hcchannel_detail::words;

@@ -7,7 +7,7 @@
 #include <cstring>
 #include <limits>
 
-#include "channel_detail.h"
+#include "motion/channel_detail.h"
 #include "host/kit.h"
 
 using hcchannel_detail::OpRecord;

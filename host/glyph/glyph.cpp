@@ -5,7 +5,7 @@
 #include <cstring>
 
 #include "host/glyph.h"
-#include "material_watch.h"
+#include "geometry/material_watch.h"
 
 using namespace hcfigure_detail;
 using hcmaterial_detail::Watch;

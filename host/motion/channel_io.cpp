@@ -6,7 +6,7 @@
 #include <limits>
 #include <new>
 
-#include "channel_detail.h"
+#include "motion/channel_detail.h"
 
 using namespace hcchannel_detail;
 

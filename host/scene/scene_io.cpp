@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "scene_detail.h"
+#include "scene/scene_detail.h"
 
 using namespace hcfigure_detail;
 using namespace hcscene_detail;

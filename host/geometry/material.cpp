@@ -3,7 +3,7 @@
 #include <cstring>
 
 #include "host/material.h"
-#include "material_watch.h"
+#include "geometry/material_watch.h"
 
 using namespace hcfigure_detail;
 using hcmaterial_detail::Watch;

@@ -4,7 +4,7 @@
 #include <cstring>
 #include <limits>
 
-#include "channel_detail.h"
+#include "motion/channel_detail.h"
 
 using hcchannel_detail::channelsOf;
 using hcchannel_detail::OpRecord;

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "scene_detail.h"
+#include "scene/scene_detail.h"
 
 using namespace hcfigure_detail;
 using namespace hcscene_detail;

@@ -1,6 +1,6 @@
 // Host library: landmarks and display flags.
 #include "host/material.h"
-#include "material_watch.h"
+#include "geometry/material_watch.h"
 
 using namespace hcfigure_detail;
 using hcmaterial_detail::Watch;
