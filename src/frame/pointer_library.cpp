@@ -17,6 +17,7 @@
 #include <type_traits>
 #include <vector>
 
+#include "frame/blocks.h"
 #include "frame/command.h"
 #include "frame/registry.h"
 #include "frame/typed_pointer.h"
@@ -112,6 +113,32 @@ const char *InferType(const char *ptr) {
   return nullptr;
 }
 
+// Size of one element of a pointer-library type name; 0 for unknown names.
+std::size_t ElementSize(const char *type) {
+  static const struct {
+    const char *name;
+    std::size_t size;
+  } kSizes[] = {
+      {"int", sizeof(IntCell)},  {"short", sizeof(ShortCell)}, {"long", sizeof(LongCell)},
+      {"double", sizeof(double)}, {"float", sizeof(float)},     {"char", 1},
+      {"char *", sizeof(char *)},
+  };
+  if (!type) return 0;
+  for (const auto &entry : kSizes)
+    if (std::strcmp(type, entry.name) == 0) return entry.size;
+  return 0;
+}
+
+// Bounds of an element access through addr: TCL_OK when addr lies in no
+// block the module allocated (host memory is not checked) or the element
+// lies inside the block it does lie in.
+int CheckElement(Tcl_Interp *interp, const char *cmd, const void *addr, long index,
+                 std::size_t size, bool write) {
+  const Block *block = FindBlock(addr);
+  if (!block || !size || ElementsInside(*block, addr, index, size, write)) return TCL_OK;
+  return OutsideBlock(interp, cmd, index, *block);
+}
+
 // A C-allocator copy of text, released with free.
 char *MallocCopy(const char *text) {
   std::size_t n = std::strlen(text) + 1;
@@ -165,6 +192,7 @@ int PtrValue(ClientData, Tcl_Interp *interp, int argc, const char *argv[]) {
     return Fail(interp, "Type error in ptrvalue. Argument is not a valid pointer value.");
   if (!type) type = InferType(argv[1]);
   if (!addr) return Fail(interp, "Unable to dereference NULL pointer.");
+  if (CheckElement(interp, "ptrvalue", addr, index, ElementSize(type), false) != TCL_OK) return TCL_ERROR;
 
   if (Is(type, "int")) {
     SetLong(interp, static_cast<IntCell *>(addr)[index]);
@@ -177,7 +205,14 @@ int PtrValue(ClientData, Tcl_Interp *interp, int argc, const char *argv[]) {
   } else if (Is(type, "float")) {
     SetDouble(interp, static_cast<float *>(addr)[index]);
   } else if (Is(type, "char")) {
-    SetString(interp, static_cast<char *>(addr) + index);
+    const char *text = static_cast<char *>(addr) + index;
+    if (const Block *block = FindBlock(addr)) {
+      // Text in a module block ends at its first zero byte or at the block's end.
+      std::size_t room = block->readable - static_cast<std::size_t>(text - block->start);
+      SetString(interp, std::string(text, strnlen(text, room)).c_str());
+    } else {
+      SetString(interp, text);
+    }
   } else if (Is(type, "char *")) {
     const char *element = static_cast<char **>(addr)[index];
     SetString(interp, element ? element : "NULL");
@@ -198,6 +233,14 @@ int PtrSet(ClientData, Tcl_Interp *interp, int argc, const char *argv[]) {
   // An empty type word is taken as given (and so is unsupported).
   const char *type = argc > 4 ? argv[4] : InferType(argv[1]);
   if (!addr) return Fail(interp, "Unable to set NULL pointer.");
+  // A text written into a char block needs room for its terminating zero.
+  std::size_t count = Is(type, "char") ? std::strlen(value) + 1 : 1;
+  if (const Block *block = FindBlock(addr); block && ElementSize(type) &&
+      !ElementsInside(*block, addr, index, ElementSize(type), true, count)) {
+    if (count > 1 && ElementsInside(*block, addr, index, 1, true))
+      return Fail(interp, "ptrset: the text does not fit in the block");
+    return OutsideBlock(interp, "ptrset", index, *block);
+  }
 
   if (Is(type, "int")) {
     static_cast<IntCell *>(addr)[index] = ScriptInt(interp, value);
@@ -272,6 +315,8 @@ int PtrCreate(ClientData, Tcl_Interp *interp, int argc, const char *argv[]) {
       for (long i = 0; i < nitems; ++i) static_cast<char **>(block)[i] = MallocCopy(value);
     }
   }
+  RememberBlock(block, kind->size * static_cast<std::size_t>(nitems), bytes, kind->size,
+                BlockOrigin::kPtrCreate);
   SetPointer(interp, block, kind->typeString);
   return TCL_OK;
 }
@@ -282,6 +327,11 @@ int PtrFree(ClientData, Tcl_Interp *interp, int argc, const char *argv[]) {
   void *addr;
   if (CheckPointer(argv[1], &addr, nullptr))
     return Fail(interp, "Type error in ptrfree. Argument is not a valid pointer value.");
+  if (const Block *block = FindBlock(addr)) {
+    if (block->start != addr || block->origin != BlockOrigin::kPtrCreate)
+      return Fail(interp, "ptrfree: the address is not the start of a block made by ptrcreate");
+    ForgetBlock(addr);
+  }
   if (addr && Checks(argv[1], "_char_pp"))
     for (char **slot = static_cast<char **>(addr); *slot; ++slot) std::free(*slot);
   std::free(addr);
@@ -314,6 +364,19 @@ int PtrAdd(ClientData, Tcl_Interp *interp, int argc, const char *argv[]) {
   }
   const char *given = ptr + 1;
   while (std::isxdigit(static_cast<unsigned char>(*given))) ++given;
+  if (const Block *block = FindBlock(addr)) {
+    // Within a module block, the result stays inside it or one past its end.
+    __int128 at = static_cast<__int128>(static_cast<const char *>(addr) - block->start) +
+                  static_cast<__int128>(offset) * static_cast<__int128>(stride);
+    if (at < 0 || at > static_cast<__int128>(block->readable)) {
+      std::size_t count = block->elemSize ? block->bytes / block->elemSize : block->bytes;
+      std::string message = "ptradd: offset " + std::to_string(offset) +
+                            " is outside the block of " + std::to_string(count) +
+                            (count == 1 ? " element" : " elements");
+      SetString(interp, message.c_str());
+      return TCL_ERROR;
+    }
+  }
   // Unsigned arithmetic: the address wraps instead of overflowing.
   std::uintptr_t moved = reinterpret_cast<std::uintptr_t>(addr) +
                          static_cast<std::uintptr_t>(offset) * stride;
@@ -395,6 +458,8 @@ int ArrayNew(ClientData, Tcl_Interp *interp, int argc, const char *argv[]) {
   if (!BlockSize(nitems, sizeof(E), extra, &bytes)) return Fail(interp, "Out of memory.");
   E *array = new (std::nothrow) E[nitems + extra]();
   if (!array) return Fail(interp, "Out of memory.");
+  RememberBlock(array, sizeof(E) * static_cast<std::size_t>(nitems), bytes, sizeof(E),
+                BlockOrigin::kArray);
   SetPointer(interp, array, K::kType);
   return TCL_OK;
 }
@@ -404,6 +469,15 @@ int ArrayDestroy(ClientData, Tcl_Interp *interp, int argc, const char *argv[]) {
   if (argc != 2) return WrongArgs(interp, K::kDestroy, "array ");
   typename K::Element *array;
   if (CheckArray<K>(interp, K::kDestroy, argv[1], &array) != TCL_OK) return TCL_ERROR;
+  if (const Block *block = FindBlock(array)) {
+    if (block->start != reinterpret_cast<const char *>(array) ||
+        block->origin != BlockOrigin::kArray || block->elemSize != sizeof(*array)) {
+      std::string message = std::string(K::kDestroy) + ": the address is not the start of a block made by " + K::kArray;
+      SetString(interp, message.c_str());
+      return TCL_ERROR;
+    }
+    ForgetBlock(array);
+  }
   if constexpr (kOwnsText<K>)
     for (char **slot = array; *slot; ++slot) delete[] *slot;
   delete[] array;
@@ -415,7 +489,9 @@ int ArrayGet(ClientData, Tcl_Interp *interp, int argc, const char *argv[]) {
   if (argc != 3) return WrongArgs(interp, K::kGet, "array index ");
   typename K::Element *array;
   if (CheckArray<K>(interp, K::kGet, argv[1], &array) != TCL_OK) return TCL_ERROR;
-  SetElement<K>(interp, array[WordToLong(argv[2])]);
+  long index = WordToLong(argv[2]);
+  if (CheckElement(interp, K::kGet, array, index, sizeof(*array), false) != TCL_OK) return TCL_ERROR;
+  SetElement<K>(interp, array[index]);
   return TCL_OK;
 }
 
@@ -424,7 +500,9 @@ int ArraySet(ClientData, Tcl_Interp *interp, int argc, const char *argv[]) {
   if (argc != 4) return WrongArgs(interp, K::kSet, "array index value ");
   typename K::Element *array;
   if (CheckArray<K>(interp, K::kSet, argv[1], &array) != TCL_OK) return TCL_ERROR;
-  auto &slot = array[WordToLong(argv[2])];
+  long index = WordToLong(argv[2]);
+  if (CheckElement(interp, K::kSet, array, index, sizeof(*array), true) != TCL_OK) return TCL_ERROR;
+  auto &slot = array[index];
   const char *value = argv[3];
   if constexpr (kOwnsText<K>) {
     delete[] slot;
