@@ -74,6 +74,37 @@ hcJoint_setAngles $elbow $angle 0
 hcSite_getGlobalPosition $tip [where cget -this]
 puts "elbow bent 90 degrees: tip at [where getList]"
 
+section "Reaching with a constraint"
+# A base segment carries the arm; the shoulder turns about z too, so the tip
+# can reach anything in the plane within two units of the mount.
+set base [hcSegment_createInMemory $arm base]
+set mount [hcSite_create mount $base]
+set sj [hcJoint_createBetweenSites $mount $shoulder]
+hcJoint_appendDOF $sj $hcJoint_ROT [z cget -this]
+hcFigure_setRoot $arm $mount
+float_set $angle 0 0
+hcJoint_setAngles $elbow $angle 0
+proc reach {c x y} {
+    hMatrix goal
+    goal id
+    hVector at
+    at setList [list $x $y 0]
+    goal setTranslation [at cget -this]
+    hcConstraint_setGoalTransform $c [goal cget -this]
+    set status [hcConstraint_evaluate $c]
+    hcSite_getGlobalPosition $::tip [at cget -this]
+    set tipAt [lmap v [at getList] {format %.4f [expr {abs($v) < 5e-5 ? 0 : $v}]}]
+    set result "goal ($x, $y): status $status, tip at $tipAt, potential [format %.4f [hcConstraint_getPotential $c]]"
+    rename goal {}; rename at {}
+    return $result
+}
+set c [hcConstraint_create reach]
+hcConstraint_setEndEffectorSite $c $tip
+puts [reach $c 1 1]
+puts [reach $c 0 1.5]
+puts "[reach $c 3 0]  (out of reach: as close as it gets)"
+hcConstraint_destroy $c
+
 set file [file join [expr {[info exists env(TMPDIR)] ? $env(TMPDIR) : "/tmp"}] demo-arm.fig]
 fig saveToFile $file
 set copy [hcFigure_readFromFile $file copy]

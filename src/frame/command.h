@@ -216,6 +216,21 @@ struct Arg<T> : RequiredObject<T> {
   static T get(T *s) { return *s; }  // the host receives its own copy
 };
 
+// A parameter that takes a pointer of any type (callback data, channel
+// parameters): a row's host operation names it as AnyPointer and passes
+// .address on.  Only the word's form is checked, "NULL" gives nullptr, and a
+// malformed word is reported against "_void_p".
+struct AnyPointer {
+  void *address;
+};
+template <>
+struct Arg<AnyPointer> {
+  using Stored = void *;
+  static const char *type() { return "_void_p"; }
+  static bool parse(const char *w, Stored &s) { return CheckPointer(w, &s, nullptr) == nullptr; }
+  static AnyPointer get(Stored s) { return {s}; }
+};
+
 // ---------------------------------------------------------------------------
 // Signatures.
 

@@ -3,26 +3,6 @@
 #include "frame/class_def.h"
 
 namespace {
-
-// A word that may name a pointer of any type: only its form is checked, and
-// a malformed word is reported against "_void_p".
-struct AnyPointer {
-  void *address;
-};
-
-}  // namespace
-
-namespace hk {
-template <>
-struct Arg<AnyPointer> {
-  using Stored = void *;
-  static const char *type() { return "_void_p"; }
-  static bool parse(const char *w, Stored &s) { return CheckPointer(w, &s, nullptr) == nullptr; }
-  static AnyPointer get(Stored s) { return {s}; }
-};
-}  // namespace hk
-
-namespace {
 using namespace hk;
 
 void ExecCallbacks(const char *where, AnyPointer localData) { hcSim::execCallbacks(where, localData.address); }
