@@ -7,6 +7,7 @@
 #include <iterator>
 
 #include "host/constraint.h"
+#include "figure/figure_detail.h"
 
 using namespace hcfigure_detail;
 

@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "host/constraint.h"
+#include "figure/figure_detail.h"
 
 using namespace hcfigure_detail;
 

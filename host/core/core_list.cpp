@@ -3,6 +3,7 @@
 // A list is addressed by its head node; head->prev_ is the last node.  The
 // empty list is a null head.
 #include "host/core.h"
+#include "core/journal.h"
 
 void *hList::getData() {
   hccore::call("hList::getData");

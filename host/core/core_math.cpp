@@ -23,6 +23,7 @@
 #include <string>
 
 #include "host/core.h"
+#include "core/journal.h"
 
 namespace {
 

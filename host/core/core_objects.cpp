@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "host/core.h"
+#include "core/journal.h"
 
 namespace {
 
@@ -22,7 +23,8 @@ namespace {
 class Entry {
  public:
   template <class... A>
-  explicit Entry(const char *op, const A &...args) : active_(hccore::quietDepth() == 0) {
+  explicit Entry(const char *op, const A &...args)
+      : active_(hcjournal::on && hccore::quietDepth() == 0) {
     if (!active_) return;
     text_ = op;
     ((text_ += ' ', text_ += hcjournal::print(args)), ...);
@@ -132,6 +134,7 @@ int &hccore::quietDepth() {
 }
 
 void hccore::destroying(const void *self, const char *op) {
+  if (!hcjournal::on) return;
   auto &running = destructions();
   for (const auto &d : running)
     if (d.self == self) return;
@@ -139,6 +142,7 @@ void hccore::destroying(const void *self, const char *op) {
 }
 
 void hccore::destroyed(const void *self) {
+  if (!hcjournal::on) return;
   auto &running = destructions();
   for (auto it = running.rbegin(); it != running.rend(); ++it) {
     if (it->self != self) continue;

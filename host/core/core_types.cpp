@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "host/core.h"
+#include "core/journal.h"
 
 namespace {
 

@@ -7,6 +7,7 @@
 #include <cstdio>
 
 #include "host/core.h"
+#include "core/journal.h"
 
 namespace {
 

@@ -37,6 +37,7 @@
 #include <map>
 
 #include "host/figure.h"
+#include "figure/figure_detail.h"
 
 using namespace hcfigure_detail;
 

@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "host/figure.h"
+#include "figure/figure_detail.h"
 
 using namespace hcfigure_detail;
 

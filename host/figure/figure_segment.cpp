@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "host/figure.h"
+#include "figure/figure_detail.h"
 
 using namespace hcfigure_detail;
 

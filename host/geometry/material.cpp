@@ -4,6 +4,7 @@
 
 #include "host/material.h"
 #include "geometry/material_watch.h"
+#include "figure/figure_detail.h"
 
 using namespace hcfigure_detail;
 using hcmaterial_detail::Watch;

@@ -1,6 +1,7 @@
 // Host library: landmarks and display flags.
 #include "host/material.h"
 #include "geometry/material_watch.h"
+#include "figure/figure_detail.h"
 
 using namespace hcfigure_detail;
 using hcmaterial_detail::Watch;

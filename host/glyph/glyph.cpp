@@ -6,6 +6,7 @@
 
 #include "host/glyph.h"
 #include "geometry/material_watch.h"
+#include "figure/figure_detail.h"
 
 using namespace hcfigure_detail;
 using hcmaterial_detail::Watch;

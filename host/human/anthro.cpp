@@ -1,5 +1,6 @@
 // Anthropometric databases and the scaler of a human.
 #include "host/anthro.h"
+#include "figure/figure_detail.h"
 
 #include <sys/stat.h>
 

@@ -4,6 +4,7 @@
 #include <cstdio>
 
 #include "host/posture.h"
+#include "figure/figure_detail.h"
 
 using namespace hcfigure_detail;
 

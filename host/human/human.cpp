@@ -6,6 +6,7 @@
 #include "host/human.h"
 
 #include "host/anthro.h"
+#include "figure/figure_detail.h"
 
 using namespace hcfigure_detail;
 

@@ -1,6 +1,7 @@
 // hcHuman: the behaviour controllers.  Settings are stored and answered back;
 // the motions that would need the body model answer 0.
 #include "host/human.h"
+#include "figure/figure_detail.h"
 
 using namespace hcfigure_detail;
 

@@ -1,6 +1,7 @@
 // hcPosture: named joint values of a figure; and the subject references that
 // postures, bones and twist links keep.
 #include "host/posture.h"
+#include "figure/figure_detail.h"
 
 #include <algorithm>
 #include <cctype>

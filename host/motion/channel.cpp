@@ -9,6 +9,7 @@
 
 #include "motion/channel_detail.h"
 #include "host/kit.h"
+#include "figure/figure_detail.h"
 
 using hcchannel_detail::OpRecord;
 

@@ -6,6 +6,7 @@
 
 #include "host/channel.h"
 #include "host/figure.h"
+#include "figure/figure_detail.h"
 
 // Watches a channel's target, or a binding's figure, for its destruction.
 // The owner deletes the watch; a watch deleted by anyone else (a purge of

@@ -7,6 +7,7 @@
 #include <new>
 
 #include "motion/channel_detail.h"
+#include "core/journal.h"
 
 using namespace hcchannel_detail;
 

@@ -6,6 +6,7 @@
 #include <cstdio>
 
 #include "motion/channel_detail.h"
+#include "figure/figure_detail.h"
 
 using hcchannel_detail::OpRecord;
 using hcchannel_detail::words;

@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "motion/channel_detail.h"
+#include "figure/figure_detail.h"
 
 using hcchannel_detail::channelsOf;
 using hcchannel_detail::OpRecord;

@@ -14,6 +14,7 @@
 #include "host/kit.h"
 #include "host/motion.h"
 #include "host/timeline.h"
+#include "figure/figure_detail.h"
 
 using hcfigure_detail::OpRecord;
 

@@ -7,6 +7,7 @@
 #include "host/constraint.h"
 #include "host/figure.h"
 #include "host/motion.h"
+#include "figure/figure_detail.h"
 
 using hcfigure_detail::addr;
 using hcfigure_detail::OpRecord;

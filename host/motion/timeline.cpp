@@ -8,6 +8,7 @@
 
 #include "host/figure.h"
 #include "host/kit.h"
+#include "figure/figure_detail.h"
 
 using hcfigure_detail::OpRecord;
 

@@ -15,6 +15,7 @@
 
 #include "host/kit.h"
 #include "host/scene.h"
+#include "core/journal.h"
 
 namespace {
 

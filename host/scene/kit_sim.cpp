@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "host/kit.h"
+#include "core/journal.h"
 
 namespace {
 

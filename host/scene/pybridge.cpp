@@ -1,5 +1,6 @@
 // hcPy without an embedded interpreter: every evaluation fails.
 #include "host/pybridge.h"
+#include "figure/figure_detail.h"
 
 using namespace hcfigure_detail;
 

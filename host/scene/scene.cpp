@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "scene/scene_detail.h"
+#include "figure/figure_detail.h"
 
 using namespace hcfigure_detail;
 using namespace hcscene_detail;

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "scene/scene_detail.h"
+#include "figure/figure_detail.h"
 
 using namespace hcfigure_detail;
 using namespace hcscene_detail;

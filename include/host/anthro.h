@@ -54,7 +54,6 @@
 // part and axis for a part change); FAIL (no segment of the part).  Nothing
 // changes unless the answer is SUCCESS.
 //
-// Every operation records itself in the host journal (host/journal.h).
 #pragma once
 
 #include "host/human.h"

@@ -59,8 +59,7 @@
 // information messages; they answer how many channels or sets they covered.
 //
 // Null or out-of-range arguments make every operation answer its failure
-// value (0 or null) and leave outputs untouched.  Every operation records
-// itself in the host journal.
+// value (0 or null) and leave outputs untouched.
 #pragma once
 
 #include <cstddef>
@@ -184,7 +183,7 @@ class hcChannel : public hcObject {
   void scanValue(int t, hcValue *val);
   void sprintText(int t, char *buf, std::size_t size);
   std::string describe(int all);
-  // Sets the size without a journal entry; false when over the limits.
+  // Sets the size as a host-internal step; false when over the limits.
   bool setDuration(int duration);
 
   std::string prototype_;   // the figure name the channel was made for

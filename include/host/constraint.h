@@ -60,7 +60,7 @@
 // first leaves it with stale references, as any stale pointer.
 //
 // Statuses are 1 for success and 0 for failure unless a comment says
-// otherwise.  Every operation records itself in the host journal.
+// otherwise.
 #pragma once
 
 #include <deque>

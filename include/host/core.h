@@ -22,7 +22,6 @@
 #include <string>
 #include <vector>
 
-#include "host/journal.h"
 
 class hcType;
 class hcTypeTable;
@@ -46,36 +45,6 @@ class hcConstraint;
 class hcTexture;
 class hcDOF;
 struct PyObject;
-
-// ---------------------------------------------------------------------------
-// Journal helpers of the host's own sources.  While a host operation runs
-// other host operations on its own behalf it holds a Quiet scope, so that the
-// journal shows the operation its caller asked for and not its internals.
-namespace hccore {
-int &quietDepth();
-class Quiet {
- public:
-  Quiet() { ++quietDepth(); }
-  ~Quiet() { --quietDepth(); }
-  Quiet(const Quiet &) = delete;
-  Quiet &operator=(const Quiet &) = delete;
-};
-// hcjournal::call, unless a Quiet scope is open.
-template <class... A>
-void call(const char *op, const A &...args) {
-  if (quietDepth() == 0) hcjournal::call(op, args...);
-}
-// Destructor entries.  Every destructor of a class hierarchy calls
-// destroying(this, "Class::~Class") first; only the first call for an object
-// (the most derived destructor's) counts.  The root destructor calls
-// destroyed(this) last, which records that entry, so that the journal shows
-// one entry, for the class that was deleted, after everything the
-// destruction itself did.
-void destroying(const void *self, const char *op);
-void destroyed(const void *self);
-// The descriptor of the class named, without a journal entry.
-hcType *typeNamed(const char *name);
-}  // namespace hccore
 
 // ---------------------------------------------------------------------------
 // hList: a node of a circular doubly linked list of untyped pointers.  A list

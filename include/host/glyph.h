@@ -27,7 +27,7 @@
 // projected on a set of axes of its own.
 //
 // Operations the stand-in does not model answer null: the cone's geometry
-// object.  Every operation records itself in the host journal.
+// object.
 #pragma once
 
 #include <cstddef>

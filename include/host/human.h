@@ -39,7 +39,6 @@
 // with readFromFile owns its figure and destroys it with itself; a figure
 // given to initHuman stays its owner's.
 //
-// Every operation records itself in the host journal (host/journal.h).
 #pragma once
 
 #include <map>

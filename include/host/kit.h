@@ -35,13 +35,12 @@
 // own message cannot recurse without end.
 //
 // Null or out-of-range arguments make every operation answer its failure
-// value (0 or null).  Every operation records itself in the host journal.
+// value (0 or null).
 #pragma once
 
 #include <cstddef>
 
 #include "host/core.h"
-#include "host/journal.h"
 
 class hcFigure;
 class hcScene;

@@ -38,7 +38,6 @@
 // FACE_NORMS; the RENDER_STYLE selector holds one of the render styles.
 // Selectors outside the range are ignored by set and read as 0.
 //
-// Every operation records itself in the host journal (host/journal.h).
 #pragma once
 
 #include <list>

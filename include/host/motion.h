@@ -51,7 +51,7 @@
 // length (0, buffer untouched, when there is nothing to print).
 //
 // Statuses are 1 for success and 0 for failure unless a comment says
-// otherwise.  Every operation records itself in the host journal.
+// otherwise.
 #pragma once
 
 #include <cstddef>
@@ -60,7 +60,6 @@
 #include <vector>
 
 #include "host/core.h"
-#include "host/journal.h"
 
 class hcTimeline;
 class hcMotionGroup;       // the host's motion editor groups; opaque here

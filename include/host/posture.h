@@ -61,10 +61,8 @@
 // resetVertexWeights and setOriginalWeights change nothing, getVertexList
 // leaves the list alone.  The weighting tuning (enableVertexWeighting, the
 // scale factors, the gap weightings, the weight threshold) is process-wide.
-// This host has no console: printParams prints the tuning into its own
-// journal entry.
+// This host has no console: printParams answers without printing.
 //
-// Every operation records itself in the host journal (host/journal.h).
 #pragma once
 
 #include <functional>
@@ -277,7 +275,7 @@ class hcTwistLink {
   static void setWristGapWeighting(int proximalGap, int distalGap);
   static void printParams();
   static void setWeightThreshold(float threshold);
-  static const Params &getParams();  // host-side, not journalled
+  static const Params &getParams();  // host-side
 
   void update();
   void resetVertexWeights(hcBone **boneArray);

@@ -7,7 +7,6 @@
 // and every other operation answers null.  Script objects (PyObject) are
 // opaque: asString never reads through its argument.
 //
-// Every operation records itself in the host journal (host/journal.h).
 #pragma once
 
 #include "host/core.h"

@@ -64,7 +64,6 @@
 // exchange-format objects, channel sets and inverse-dynamics force trees.
 //
 // Null or out-of-range arguments never fail harder than a failure value.
-// Every operation records itself in the host journal (host/journal.h).
 #pragma once
 
 #include <string>
@@ -72,7 +71,6 @@
 
 #include "host/core.h"
 #include "host/figure.h"
-#include "host/journal.h"
 
 // Classes of other families that the scene only passes on.
 class hcHuman;

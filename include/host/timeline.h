@@ -15,7 +15,7 @@
 // dropped (factor above 1) but none is applied twice in a row.
 //
 // Statuses are 1 for success and 0 for failure unless a comment says
-// otherwise.  Every operation records itself in the host journal.
+// otherwise.
 #pragma once
 
 #include "host/core.h"
@@ -93,7 +93,7 @@ class hcTimeline : public hcSubject {
 
  private:
   friend class hcMotion;
-  // Removes m without a journal entry (m is being destroyed or moved).
+  // Removes m quietly (m is being destroyed or moved).
   void drop(hcMotion *m);
   bool takesPart(hcMotion *m, int constraints) const;
   bool covered(long frame, int constraints) const;

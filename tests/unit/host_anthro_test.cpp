@@ -9,6 +9,7 @@
 
 #include "frame/typed_pointer.h"
 #include "host/anthro.h"
+#include "core/journal.h"
 
 extern "C" int Hktcl_Init(Tcl_Interp *interp);
 

@@ -7,7 +7,7 @@
 #include <string>
 
 #include "host/core.h"
-#include "host/journal.h"
+#include "core/journal.h"
 
 namespace {
 
@@ -497,4 +497,9 @@ TEST(HostRefObject, JoinsAndLeavesLists) {
   EXPECT_EQ(l1, nullptr);
 }
 
+}  // namespace
+
+// The host's unit tests read the journal: turn it on before any test runs.
+namespace {
+const bool kJournalOn = (hcjournal::setEnabled(true), true);
 }  // namespace

@@ -11,6 +11,7 @@
 #include <unistd.h>
 
 #include "host/figure.h"
+#include "figure/figure_detail.h"
 
 namespace {
 
