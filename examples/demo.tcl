@@ -115,3 +115,34 @@ rename fig {}
 hcFigure_destroy $arm
 float_destroy $angle
 file delete $file
+
+section "A human"
+# An empty figure becomes a standing adult of published proportions: the
+# 50th percentile man of the database tables.
+set adult [hcFigure_createInMemory adult]
+set h [hcHuman_initHuman $adult]
+set male [ptrcast [ptrcreate int $hcHuman_male] "hcHuman::gender *"]
+puts "[hcFigure_getNSegments $adult] segments, [hcFigure_getNJoints $adult] joints, [hcFigure_getNDOFs $adult] degrees of freedom"
+foreach p {5 50 95} {
+    puts [format "%2dth percentile man: %.1f cm, %.1f kg" $p [getStatureValueInCM ANSUR $p $male] [getWeightValueInKG ANSUR $p $male]]
+}
+proc where {site} {
+    hVector p
+    hcSite_getGlobalPosition $site [p cget -this]
+    set text [lmap x [p getList] {format %.3f $x}]
+    rename p {}
+    return $text
+}
+set hand [hcHuman_getLandmarkSite $h $hcHuman_leftHand]
+puts "left hand at [where $hand]"
+hMatrix cup
+cup id
+hVector cupAt
+cupAt setList {0.3 1.2 0.4}
+cup setTranslation [cupAt cget -this]
+set status [hcHuman_moveArm $h $hcHuman_leftSide $hcHuman_armShoulder $hcHuman_armPalm NULL [cup cget -this]]
+puts "reaching for a cup at [cupAt getList]: status $status, left hand at [where $hand]"
+hcHuman_shapeHand $h $hcHuman_leftSide fist 100
+hcHuman_destroy $h
+hcFigure_destroy $adult
+rename cup {}; rename cupAt {}

@@ -5,6 +5,7 @@
 
 #include "host/figure.h"
 #include "figure/figure_detail.h"
+#include "human/human_body.h"
 
 using namespace hcfigure_detail;
 
@@ -629,7 +630,7 @@ hList *hcFigure::getConstraints() {
 
 hcHuman *hcFigure::getHuman() {
   OpRecord rec("hcFigure::getHuman");
-  return nullptr;
+  return hcbody::humanOf(this);
 }
 
 float hcFigure::getHumanVersion() {

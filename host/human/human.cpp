@@ -7,6 +7,7 @@
 
 #include "host/anthro.h"
 #include "figure/figure_detail.h"
+#include "human/human_body.h"
 
 using namespace hcfigure_detail;
 
@@ -36,14 +37,34 @@ class hcHuman::FigureWatch : public hcObserver {
   hcHuman *human_;
 };
 
+namespace {
+
+// Live humans, oldest first.
+std::vector<hcHuman *> &liveHumans() {
+  static auto *live = new std::vector<hcHuman *>;
+  return *live;
+}
+
+}  // namespace
+
+hcHuman *hcbody::humanOf(hcFigure *figure) {
+  if (!figure) return nullptr;
+  auto &live = liveHumans();
+  for (auto it = live.rbegin(); it != live.rend(); ++it)
+    if ((*it)->getFigure() == figure) return *it;
+  return nullptr;
+}
+
 hcHuman::hcHuman(hcFigure *figure, bool ownsFigure) : figure_(figure), ownsFigure_(ownsFigure) {
   for (hVector &s : anthro_) s = hVector(1, 1, 1);
   hccore::Quiet quiet;
   watch_ = new FigureWatch(this, figure);
+  liveHumans().push_back(this);
 }
 
 hcHuman::~hcHuman() {
   hccore::Quiet quiet;
+  std::erase(liveHumans(), this);
   delete scaler_;
   hcFigure *fig = figure();
   delete watch_;  // clears watch_
@@ -66,10 +87,14 @@ hcHuman *hcHuman::readFromFile(const char *filename, const char *newName) {
   return figure ? new hcHuman(figure, true) : nullptr;
 }
 
+// An empty figure gets the standard adult; a figure that already has a
+// human body's parts (a saved human read back, or one built by hand with the
+// landmark names) is taken as it is; any other figure is refused untouched.
 hcHuman *hcHuman::initHuman(hcFigure *figure, int *initOK) {
   OpRecord rec("hcHuman::initHuman", figure, initOK);
-  if (initOK) *initOK = figure ? 1 : 0;
-  return figure ? new hcHuman(figure, false) : nullptr;
+  bool ok = figure && (hcbody::looksHuman(figure) || hcbody::buildStandardAdult(figure));
+  if (initOK) *initOK = ok ? 1 : 0;
+  return ok ? new hcHuman(figure, false) : nullptr;
 }
 
 int hcHuman::destroy(hcHuman *human) {
@@ -139,13 +164,8 @@ int hcHuman::getAnthroScale(int part, hVector &dim) {
 
 namespace {
 
-const char *const kSiteNames[] = {
-    "leftToes", "rightToes", "leftHeel", "rightHeel", "leftHand", "rightHand", "leftEye",
-    "rightEye", "leftHip",   "rightHip", "pelvis",    "headSight", "centerOfMass", "hPoint",
-};
-const char *const kJointNames[] = {
-    "leftShoulder", "rightShoulder", "leftElbow", "rightElbow", "leftKnee", "rightKnee",
-};
+const auto &kSiteNames = hcbody::kLandmarkSites;
+const auto &kJointNames = hcbody::kLandmarkJoints;
 
 template <class T, std::size_t N>
 constexpr bool inTable(int i, T (&)[N]) {
@@ -158,7 +178,15 @@ hcSite *hcHuman::getLandmarkSite(int site) {
   OpRecord rec("hcHuman::getLandmarkSite", site);
   hcFigure *fig = figure();
   if (!fig || !inTable(site, kSiteNames)) return nullptr;
-  return fig->findSite(kSiteNames[site]);
+  hcSite *found = fig->findSite(kSiteNames[site]);
+  if (found && site == centerOfMass) {
+    // The centre-of-mass site is moved to the centre of mass when asked for.
+    hccore::Quiet quiet;
+    hVector com;
+    fig->calcCOM(com, 0);
+    found->setGlobalPosition(com);
+  }
+  return found;
 }
 
 hcJoint *hcHuman::getLandmarkJoint(int joint) {

@@ -1,7 +1,14 @@
-// hcHuman: the behaviour controllers.  Settings are stored and answered back;
-// the motions that would need the body model answer 0.
+// hcHuman: the behaviour controllers.  Settings are stored and answered back.
+// Reaching, stepping and looking move the limb concerned by solving one
+// constraint over its own joints; hands take the shapes they know.
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+
+#include "host/constraint.h"
 #include "host/human.h"
 #include "figure/figure_detail.h"
+#include "human/human_body.h"
 
 using namespace hcfigure_detail;
 
@@ -10,7 +17,33 @@ namespace {
 bool between(int v, int lo, int hi) { return v >= lo && v <= hi; }
 bool validSide(int side) { return side == hcHuman::leftSide || side == hcHuman::rightSide; }
 
+bool finite(const hMatrix &m) {
+  for (const auto &row : m.m)
+    for (float x : row)
+      if (!std::isfinite(x)) return false;
+  return true;
+}
+
 }  // namespace
+
+int hcHuman::reach(hcSite *effector, hcJoint *start, const hMatrix &goal, bool aim, float &potential) {
+  if (!effector || !start || !finite(goal)) return 0;
+  hccore::Quiet quiet;
+  hcConstraint *c = hcConstraint::create("hcHuman goal");
+  if (!c) return 0;
+  hMatrix g = goal;
+  c->setEndEffectorSite(effector);
+  c->setGoalTransform(g);
+  if (aim) {
+    hVector sight(0, 0, 1);
+    c->setAimDirection(sight);
+    c->setObjectiveTypes(hcConstraint::C_AIM, hcConstraint::C_NONE);
+  }
+  int status = start && c->setStartJoint(start) ? hcConstraint::evaluate(c) : -1;
+  if (status == 0 || status == 1) potential = c->getPotential();
+  hcConstraint::destroy(c);
+  return status == 1 ? 1 : 0;
+}
 
 int hcHuman::readGoal(const Goal &g, hMatrix &out) {
   if (!g.set) return 0;
@@ -21,14 +54,22 @@ int hcHuman::readGoal(const Goal &g, hMatrix &out) {
 // ---------------------------------------------------------------------------
 // Arms and hands.
 
+// The end site is the one given, else the forearm's end or the hand's
+// landmark; the chain starts at the shoulder or at the waist.
 int hcHuman::moveArm(int side, int sjoint, int endtype, hcSite *endSite, hMatrix goal) {
   OpRecord rec("hcHuman::moveArm", side, sjoint, endtype, endSite, goal);
-  return 0;
+  hcFigure *fig = figure();
+  if (!fig || !validSide(side) || !between(sjoint, armShoulder, armWaist)) return 0;
+  hcSite *end = endSite;
+  if (!end && endtype == armForearm) end = fig->findSite(hcbody::sideName(side, "ForearmEnd"));
+  if (!end && endtype == armPalm) end = fig->findSite(hcbody::sideName(side, "Hand"));
+  hcJoint *start = sjoint == armWaist ? fig->findJoint("lumbar") : shoulder(side);
+  return reach(end, start, goal, false, armPotential_[side]);
 }
 
 float hcHuman::getMoveArmPotential(int side) {
   OpRecord rec("hcHuman::getMoveArmPotential", side);
-  return 0;
+  return validSide(side) ? armPotential_[side] : 0;
 }
 
 hcConstraint *hcHuman::setArmControl(int side, int type, int sjoint, hcSegment *ref, hcSite *goal) {
@@ -58,9 +99,24 @@ hcSite *hcHuman::getArmControlGoal(int side) {
   return validSide(side) ? arm_[side].goal : nullptr;
 }
 
+// Hand shapes: "fist" curls the fingers fully, "open" straightens them;
+// interpolation (percent, 0 to 100) moves that share of the way there.
 int hcHuman::shapeHand(int side, const char *handShape, float interpolation) {
   OpRecord rec("hcHuman::shapeHand", side, handShape, interpolation);
-  return 0;  // hands have no shapes without the body model
+  hcFigure *fig = figure();
+  if (!fig || !validSide(side) || !handShape || !std::isfinite(interpolation)) return 0;
+  bool fist = std::strcmp(handShape, "fist") == 0;
+  if (!fist && std::strcmp(handShape, "open") != 0) return 0;
+  hcJoint *knuckle = fig->findJoint(hcbody::sideName(side, "Knuckle"));
+  if (!knuckle || knuckle->getNDOFs() != 1) return 0;
+  float value, lower, upper;
+  knuckle->getAngles(&value, 1);
+  knuckle->getLowerLimits(&lower, 1);
+  knuckle->getUpperLimits(&upper, 1);
+  const float share = std::clamp(interpolation, 0.0f, 100.0f) / 100.0f;
+  value += ((fist ? upper : lower) - value) * share;
+  knuckle->setAngles(&value, 1);
+  return 1;
 }
 
 // ---------------------------------------------------------------------------
@@ -232,14 +288,19 @@ float hcHuman::getMoveBalancePotential() {
 // ---------------------------------------------------------------------------
 // Feet, heels and knees.
 
+// Feet and heels: the heel site goes to the goal, moved by the hip, knee
+// and ankle of its leg.
 int hcHuman::moveFoot(int side, hMatrix goalTransform) {
   OpRecord rec("hcHuman::moveFoot", side, goalTransform);
-  return 0;
+  hcFigure *fig = figure();
+  if (!fig || !validSide(side)) return 0;
+  return reach(fig->findSite(hcbody::sideName(side, "Heel")), fig->findJoint(hcbody::sideName(side, "HipJoint")),
+               goalTransform, false, footPotential_[side]);
 }
 
 float hcHuman::getMoveFootPotential(int side) {
   OpRecord rec("hcHuman::getMoveFootPotential", side);
-  return 0;
+  return validSide(side) ? footPotential_[side] : 0;
 }
 
 hcConstraint *hcHuman::setFootControl(int side, int type, hcSegment *ref) {
@@ -265,12 +326,15 @@ int hcHuman::findFootBalanceInterp(float *x, float *z) {
 
 int hcHuman::moveHeel(int side, hMatrix goalTransform) {
   OpRecord rec("hcHuman::moveHeel", side, goalTransform);
-  return 0;
+  hcFigure *fig = figure();
+  if (!fig || !validSide(side)) return 0;
+  return reach(fig->findSite(hcbody::sideName(side, "Heel")), fig->findJoint(hcbody::sideName(side, "HipJoint")),
+               goalTransform, false, heelPotential_[side]);
 }
 
 float hcHuman::getMoveHeelPotential(int side) {
   OpRecord rec("hcHuman::getMoveHeelPotential", side);
-  return 0;
+  return validSide(side) ? heelPotential_[side] : 0;
 }
 
 int hcHuman::setKneeControl(int side, int type) {
@@ -288,10 +352,13 @@ int hcHuman::getKneeControlType(int side) {
 // ---------------------------------------------------------------------------
 // Head, eyes and neck.
 
+// The head turns on the neck until its line of sight points at the goal.
 int hcHuman::moveHead(hMatrix goalTransform) {
   OpRecord rec("hcHuman::moveHead", goalTransform);
   headMove_ = Goal{true, goalTransform};
-  return 0;
+  hcFigure *fig = figure();
+  if (!fig) return 0;
+  return reach(fig->findSite("headSight"), fig->findJoint("neck"), goalTransform, true, headPotential_);
 }
 
 int hcHuman::getMoveHeadGoal(hMatrix &goal) {
@@ -301,7 +368,7 @@ int hcHuman::getMoveHeadGoal(hMatrix &goal) {
 
 float hcHuman::getMoveHeadPotential() {
   OpRecord rec("hcHuman::getMoveHeadPotential");
-  return 0;
+  return headPotential_;
 }
 
 int hcHuman::setHeadControl(int type, hMatrix *goalTransform, hcSite *site) {
@@ -335,10 +402,23 @@ int hcHuman::getEyeFixation(hVector &eyeFixation) {
   return 1;
 }
 
+// Each eye turns in its socket to look at the goal; the potential is the
+// two eyes' together.
 int hcHuman::moveEyes(hMatrix goalTransform) {
   OpRecord rec("hcHuman::moveEyes", goalTransform);
   eyesMove_ = Goal{true, goalTransform};
-  return 0;
+  hcFigure *fig = figure();
+  if (!fig) return 0;
+  int met = 1;
+  float total = 0;
+  for (int side = leftSide; side <= rightSide; ++side) {
+    float p = 0;
+    met &= reach(fig->findSite(hcbody::sideName(side, "Eye")), fig->findJoint(hcbody::sideName(side, "EyeJoint")),
+                 goalTransform, true, p);
+    total += p;
+  }
+  eyesPotential_ = total;
+  return met;
 }
 
 int hcHuman::getMoveEyesGoal(hMatrix &goal) {
@@ -348,7 +428,7 @@ int hcHuman::getMoveEyesGoal(hMatrix &goal) {
 
 float hcHuman::getMoveEyesPotential() {
   OpRecord rec("hcHuman::getMoveEyesPotential");
-  return 0;
+  return eyesPotential_;
 }
 
 int hcHuman::setEyesControl(int type, hMatrix *goalTransform, hcSite *site) {

@@ -306,6 +306,9 @@ class hcHuman {
   // The first three values of a joint array (getAngles, getUpperLimits, ...).
   bool jointTriple(hcJoint *j, int (hcJoint::*get)(float *, int), hVector &out);
   int readGoal(const Goal &g, hMatrix &out);
+  // Solves one goal for an effector site over the joints from start to it:
+  // position (C_POS) or aim (C_AIM with the site's z axis).  1 when met.
+  int reach(hcSite *effector, hcJoint *start, const hMatrix &goal, bool aim, float &potential);
 
   hcFigure *figure_ = nullptr;
   bool ownsFigure_ = false;
@@ -336,4 +339,9 @@ class hcHuman {
   int stepBalanceType_ = stepBalanceNone;
   int stepPelvisType_ = stepPelvisNone;
   int support_ = leftFoot;
+  float armPotential_[2] = {0, 0};
+  float footPotential_[2] = {0, 0};
+  float heelPotential_[2] = {0, 0};
+  float headPotential_ = 0;
+  float eyesPotential_ = 0;
 };

@@ -29,7 +29,8 @@ hcSite *siteAt(const char *name, hcSegment *seg, float x) {
   return s;
 }
 
-// A torso with an upper arm and a hand along x: the hand segment's tip is at
+// A torso (whose root site bears the pelvis landmark name, so that a human
+// can be made of it) with an upper arm and a hand along x: the hand tip is at
 // x = 2.
 class AnthroScaling : public ::testing::Test {
  protected:
@@ -38,7 +39,7 @@ class AnthroScaling : public ::testing::Test {
     torso = hcSegment::createInMemory(fig, "torso");
     arm = hcSegment::createInMemory(fig, "upperarm");
     hand = hcSegment::createInMemory(fig, "leftHand");
-    hcSite *root = siteAt("root", torso, 0);
+    hcSite *root = siteAt("pelvis", torso, 0);
     hcSite *sh = siteAt("sh", torso, 0);
     hcSite *armTop = siteAt("top", arm, 0);
     hcSite *armEnd = siteAt("end", arm, 1);
