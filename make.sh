@@ -41,7 +41,7 @@ run_tests() {
   return "$rc"
 }
 
-install_missing g++ cmake make tcl8.6 tcl8.6-dev googletest libgtest-dev
+install_missing g++ cmake make pkg-config tcl8.6 tcl8.6-dev googletest libgtest-dev libpython3-dev
 
 case "${1:-test}" in
   demo)

@@ -44,7 +44,9 @@ class hcMaterial;
 class hcConstraint;
 class hcTexture;
 class hcDOF;
-struct PyObject;
+// The embedded script interpreter's object structure (opaque here).
+struct _object;
+typedef struct _object PyObject;
 
 // ---------------------------------------------------------------------------
 // hList: a node of a circular doubly linked list of untyped pointers.  A list

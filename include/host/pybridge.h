@@ -1,11 +1,22 @@
 // Host library: the bridge to the host's embedded script interpreter.
 //
-// hcPy runs source text in the embedded interpreter and converts the value
-// to a string, a matrix, a vector or a host object.  This stand-in has no
-// embedded interpreter: nothing runs, evalSimple answers -1 (the
-// interpreter's status for source that failed to run; 0 would mean it ran),
-// and every other operation answers null.  Script objects (PyObject) are
-// opaque: asString never reads through its argument.
+// hcPy runs source text in the embedded Python interpreter, started on first
+// use; all evaluations share the __main__ module.
+//   evalSimple     runs statements: 0, or -1 when they raised.
+//   evalString     evaluates an expression (statements are refused) and
+//                  answers the value, kept alive by the host; null on error.
+//   asString       str() of a value evalString answered (null for any other
+//                  pointer); evalToString str() of an expression's value.
+//   evalToVector   three numbers; evalToMatrix sixteen numbers in storage
+//                  order (row after row) or four rows of four.  The vectors
+//                  and matrices answered stay the host's.
+//   evalTo<Class>  a handle of that class from the built-in module hc.
+// Texts answered stay valid until the next call.  Every exception is
+// reported as an error message (hcKit::sendMsg, type 0) naming its type and
+// text.  The built-in module hc has findFigure, findSegment, findJoint and
+// findSite (by name in the current scene: a handle whose name attribute is
+// the object's current name, or None; a handle whose object was destroyed
+// answers None for its name) and sendMsg(text, type).
 //
 #pragma once
 
