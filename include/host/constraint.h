@@ -9,23 +9,23 @@
 //
 // Objectives.  A constraint has one orientation and one position objective
 // (ObjectiveType).  Its potential measures how far they are from being met:
-//     potential = position term + poWeight * orientation term
-// with the position terms (e = end-effector origin, g = goal origin, both
-// global; directions are given in the goal's frame)
-//     C_POS        |e - g|^2
-//     C_LINE       squared distance of e from the line through g along the
-//                  line vector
-//     C_PLANE      squared distance of e from the plane through g normal to
-//                  the plane normal
+//     potential = distance + poWeight * angle (radians)
+// with the distance (e = end-effector origin, g = goal origin, both global;
+// directions are given in the goal's frame)
+//     C_POS        |e - g|
+//     C_LINE       distance of e from the line through g along the line
+//                  vector
+//     C_PLANE      distance of e from the plane through g normal to the
+//                  plane normal
 //     C_HALFSPACE  as C_PLANE while e lies behind the plane, else 0
-//     C_RESTANGLE  sum over the joint's DOFs of (value - rest value)^2
-//     C_JOINTLIMIT sum over the joint's DOFs of the squared amount by which
-//                  a value lies below its spring's minimum
-// and the orientation terms (unit vectors; Re, Rg the rotations of the
-// end-effector and goal frames)
-//     C_FRAME      sum over the three axes of |Re axis - Rg axis|^2
-//     C_AIM        |Re aim - unit(g - e)|^2 (0 when e and g coincide)
-//     C_DIR        |Re endEffectorVector - Rg goalVector|^2
+//     C_RESTANGLE  root of the sum over the joint's DOFs of
+//                  (value - rest value)^2
+//     C_JOINTLIMIT root of the sum over the joint's DOFs of the squared
+//                  amount by which a value lies below its spring's minimum
+// and the angle (Re, Rg the rotations of the end-effector and goal frames)
+//     C_FRAME      the angle of the rotation from Re to Rg
+//     C_AIM        between Re aim and g - e (0 when e and g coincide)
+//     C_DIR        between Re endEffectorVector and Rg goalVector
 // C_NONE contributes nothing.  The other types (C_UNDEF, C_EDGE, C_FACE,
 // C_VIEW, C_PLANEDIR, C_SELFAVOID) are accepted and stored but not modelled:
 // they contribute nothing to the potential and evaluate refuses them.
@@ -40,18 +40,24 @@
 // then aims at the goal frame times that displacement instead of at the
 // goal frame itself.
 //
-// The solver.  evaluate runs a coordinate pattern search over the values of
-// the chain's DOFs (unfrozen joints only, within their limits): each DOF in
-// turn is moved by its step in either direction when that lowers the
-// potential, and its step is halved otherwise.  Steps start at stepfactor
-// (radians or metres).  It stops when the potential falls to kTolerance,
-// when every step has shrunk below kMinStep, after kSweeps sweeps when
-// timelimit is not positive, or when timelimit seconds have passed (after
-// at most kMaxSweeps sweeps).  Statuses: 1 the objectives are met, 0 they
-// are not (the chain is left where the search got to; a throttled
-// constraint is not moved at all), -1 the constraint cannot be evaluated
-// (unknown or inactive constraint, no end effector or goal where the
-// objectives need them, an objective that is not modelled).
+// The solver.  evaluate solves by damped least squares over the chain's
+// DOFs (unfrozen joints from the start joint, else the root, to the end
+// effector): each iteration takes the step dq = J^T (J J^T + l^2 I)^-1 e
+// for the objectives' residual rows (orientation rows weighted by
+// sqrt(poWeight)), with e the residual clamped to stepfactor times the
+// chain's length (0.1 for stepfactor <= 0 or NaN) and no DOF moving more
+// than kMaxStep.  The damping l adapts as in Levenberg-Marquardt: halved
+// after a step that lowers the error, multiplied by 4 and the step retried
+// after one that does not.  Values are clamped to their limits, and a DOF
+// that sits on a limit the step pushes past is left out of that step.  It
+// stops when the objectives are met (kMetDistance, kMetAngle), when no step
+// lowers the error, after kIterations iterations, or after timelimit
+// seconds (> 0).  Statuses: 1 met; 0 not met (unreachable, limited, out of
+// iterations: the chain is left as close as it got); -1 the constraint
+// cannot be evaluated (unknown constraint, no end effector or goal where
+// the objectives need them, a goal that is not finite, an objective that
+// is not modelled); 2 skipped (inactive, weight 0, or throttled).  -1 and 2
+// move nothing.
 //
 // Every live constraint is registered; the static operations that take a
 // constraint (destroy, evaluate) and resolve accept only registered ones,
@@ -115,10 +121,15 @@ class hcConstraint : public hcObject {
     C_HALFSPACE
   };
 
-  static constexpr float kTolerance = 1e-6f;
-  static constexpr float kMinStep = 1e-6f;
-  static constexpr int kSweeps = 200;
-  static constexpr int kMaxSweeps = 100000;
+  // Met: the end effector within kMetDistance metres (radians for the
+  // joint kinds) and kMetAngle radians of its objectives.
+  static constexpr double kMetDistance = 1e-4;
+  static constexpr double kMetAngle = 1e-4;
+  static constexpr int kIterations = 100;
+  static constexpr double kDifference = 1e-5;  // Jacobian step, radians or metres
+  static constexpr double kMinDamping = 1e-6;
+  static constexpr double kMaxDamping = 1e6;
+  static constexpr double kMaxStep = 0.5;      // per DOF and iteration
   // Size of the buffer tessprint writes into.
   static constexpr std::size_t kDescriptionSize = 1024;
 
@@ -287,9 +298,12 @@ class hcConstraint : public hcObject {
   bool aimFrame(hMatrix &T);
   bool needsGoal() const;
   bool modelled() const;
-  float positionTerm(const hMatrix &E, const hMatrix &T);
-  float orientationTerm(const hMatrix &E, const hMatrix &T);
-  float jointTerm();
+  void residual(const hMatrix &E, const hMatrix &T, std::vector<double> &rows, double &distance,
+                double &angle);
+  void jointRows(std::vector<double> &rows, double &distance);
+  bool measure(std::vector<double> &rows, double &distance, double &angle);
+  bool met(double distance, double angle) const;
+  double chainLength(const std::vector<Dof> &all);
   float potential();
   std::vector<hcJoint *> chain(hcJoint *stopAt);
   std::vector<Dof> dofs();
