@@ -427,7 +427,17 @@ void hcRefObject::set_detach_behavior(int i) {
 // ---------------------------------------------------------------------------
 // hcObject
 
+namespace {
+std::unordered_set<const void *> &liveObjects() {
+  static auto *live = new std::unordered_set<const void *>;
+  return *live;
+}
+}  // namespace
+
+bool hcIsLiveObject(const void *p) { return p && liveObjects().count(p) != 0; }
+
 hcObject::hcObject() : name(duplicate("")), fullname(duplicate("")) {
+  liveObjects().insert(this);
   hccore::call("hcObject::hcObject");
 }
 
@@ -437,7 +447,9 @@ hcObject::hcObject(const hcObject &other)
       fullname(duplicate(other.fullname)),
       timestamp_(other.timestamp_),
       properties_(other.properties_ ? new hcPropertyList(*other.properties_) : nullptr),
-      scriptObject_(other.scriptObject_) {}
+      scriptObject_(other.scriptObject_) {
+  liveObjects().insert(this);
+}
 
 hcObject &hcObject::operator=(const hcObject &other) {
   if (this == &other) return *this;
@@ -459,6 +471,8 @@ hcObject &hcObject::operator=(const hcObject &other) {
 }
 
 hcObject::~hcObject() {
+  liveObjects().erase(this);
+  HandedList::forget(this);
   hccore::destroying(this, "hcObject::~hcObject");
   releaseObservers();  // while the object is still whole
   {
@@ -491,8 +505,8 @@ hcObject *hcObject::find(hList *objs, const char *fname) {
   // Full names first, then plain names.
   for (int pass = 0; pass < 2; ++pass)
     for (hList *n = hList::iterator(objs, nullptr); n; n = hList::iterator(objs, n)) {
+      if (!hcIsLiveObject(n->getData())) continue;  // only live named objects
       auto *o = static_cast<hcObject *>(n->getData());
-      if (!o) continue;
       const char *candidate = pass == 0 ? o->fullname : o->name;
       if (candidate && std::strcmp(candidate, fname) == 0) return o;
     }
@@ -533,8 +547,9 @@ void hcObject::uniqueName(char *uniqName, hList *objs) {
   hccore::Quiet quiet;
   std::vector<const char *> names;
   for (hList *n = hList::iterator(objs, nullptr); n; n = hList::iterator(objs, n)) {
+    if (!hcIsLiveObject(n->getData())) continue;  // only live named objects
     auto *o = static_cast<hcObject *>(n->getData());
-    if (o && o->name) names.push_back(o->name);
+    if (o->name) names.push_back(o->name);
   }
   auto taken = [&names](const char *s) {
     for (const char *n : names)

@@ -47,7 +47,8 @@ int hcFigure::destroy(hcFigure *figure) {
 
 hcFigure *hcFigure::resolve(hList *l) {
   OpRecord rec("hcFigure::resolve", l);
-  return l ? static_cast<hcFigure *>(l->getData()) : nullptr;
+  // Only a live figure at the head of the list counts.
+  return l && hcIsLiveObject(l->getData()) ? dynamic_cast<hcFigure *>(static_cast<hcObject *>(l->getData())) : nullptr;
 }
 
 hcFigure *hcFigure::editSplit(hcJoint *joint) {
@@ -233,17 +234,17 @@ int hcFigure::delSite(hcSite *site) {
 
 hList *hcFigure::getJoints() {
   OpRecord rec("hcFigure::getJoints");
-  return joints_;
+  return handedJoints_.answer(items<void>(joints_));
 }
 
 hList *hcFigure::getSegments() {
   OpRecord rec("hcFigure::getSegments");
-  return segments_;
+  return handedSegments_.answer(items<void>(segments_));
 }
 
 hList *hcFigure::getSites() {
   OpRecord rec("hcFigure::getSites");
-  return sites_;
+  return handedSites_.answer(items<void>(sites_));
 }
 
 int hcFigure::getNDOFs() {

@@ -16,14 +16,12 @@ constexpr float kDegrees = 180.0f / kPi;
 
 bool emptyText(const char *s) { return !s || !*s; }
 
-// Splits the first blank-delimited word off *bufp; end receives the
-// position after it.
-std::string firstWord(char **bufp, char *&end) {
-  char *p = *bufp;
+// The first blank-delimited word of text.
+std::string firstWord(const char *text) {
+  const char *p = text;
   while (*p && std::isspace(static_cast<unsigned char>(*p))) ++p;
-  char *q = p;
+  const char *q = p;
   while (*q && !std::isspace(static_cast<unsigned char>(*q))) ++q;
-  end = q;
   return std::string(p, q);
 }
 
@@ -87,16 +85,14 @@ hcFigure *hcJoint::editRemove(hcJoint *joint) {
 hcJoint *hcJoint::find(hcFigure *fig, char **bufp) {
   OpRecord rec("hcJoint::find", fig, bufp && *bufp ? *bufp : nullptr);
   if (!fig || !bufp || !*bufp) return nullptr;
-  char *end;
-  std::string name = firstWord(bufp, end);
-  hcJoint *j = name.empty() ? nullptr : fig->findJointImpl(name.c_str());
-  if (j) *bufp = end;
-  return j;
+  std::string name = firstWord(*bufp);
+  return name.empty() ? nullptr : fig->findJointImpl(name.c_str());
 }
 
 hcJoint *hcJoint::resolve(hList *l) {
   OpRecord rec("hcJoint::resolve", l);
-  return l ? static_cast<hcJoint *>(l->getData()) : nullptr;
+  // Only a live joint at the head of the list counts.
+  return l && hcIsLiveObject(l->getData()) ? dynamic_cast<hcJoint *>(static_cast<hcObject *>(l->getData())) : nullptr;
 }
 
 void hcJoint::touch() {
@@ -422,20 +418,17 @@ hcSite *hcSite::create(const char *name, hcSegment *segment) {
 hcSite *hcSite::find(hcSegment *segment, char **bufp) {
   OpRecord rec("hcSite::find", segment, bufp && *bufp ? *bufp : nullptr);
   if (!segment || !bufp || !*bufp) return nullptr;
-  char *end;
-  std::string name = firstWord(bufp, end);
+  std::string name = firstWord(*bufp);
   if (name.empty()) return nullptr;
   for (hcSite *s : items<hcSite>(segment->sites_))
-    if (sameName(s, name.c_str())) {
-      *bufp = end;
-      return s;
-    }
+    if (sameName(s, name.c_str())) return s;
   return nullptr;
 }
 
 hcSite *hcSite::resolve(hList *l) {
   OpRecord rec("hcSite::resolve", l);
-  return l ? static_cast<hcSite *>(l->getData()) : nullptr;
+  // Only a live site at the head of the list counts.
+  return l && hcIsLiveObject(l->getData()) ? dynamic_cast<hcSite *>(static_cast<hcObject *>(l->getData())) : nullptr;
 }
 
 void hcSite::touch() { segment_->figure_->touch(); }
@@ -570,7 +563,7 @@ int hcSite::getNumJoints() {
 
 hList *hcSite::getJoints() {
   OpRecord rec("hcSite::getJoints");
-  return joints_;
+  return handedJoints_.answer(items<void>(joints_));
 }
 
 hcJoint *hcSite::getRootJoint() {

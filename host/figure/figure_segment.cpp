@@ -69,7 +69,8 @@ hcSegment *hcSegment::find(hList *objs, const char *fname) {
 
 hcSegment *hcSegment::resolve(hList *l) {
   OpRecord rec("hcSegment::resolve", l);
-  return l ? static_cast<hcSegment *>(l->getData()) : nullptr;
+  // Only a live segment at the head of the list counts.
+  return l && hcIsLiveObject(l->getData()) ? dynamic_cast<hcSegment *>(static_cast<hcObject *>(l->getData())) : nullptr;
 }
 
 int hcSegment::editMerge(hcSegment *segment1, hcSegment *segment2) {
@@ -127,7 +128,7 @@ int hcSegment::getNJoints() {
 
 hList *hcSegment::getJoints() {
   OpRecord rec("hcSegment::getJoints");
-  return joints_;
+  return handedJoints_.answer(items<void>(joints_));
 }
 
 int hcSegment::getNSites() {
@@ -137,7 +138,7 @@ int hcSegment::getNSites() {
 
 hList *hcSegment::getSites() {
   OpRecord rec("hcSegment::getSites");
-  return sites_;
+  return handedSites_.answer(items<void>(sites_));
 }
 
 hcSite *hcSegment::getRootSite() {

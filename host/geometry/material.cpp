@@ -134,7 +134,8 @@ hcMaterial *hcMaterial::create(const char *newName) {
 
 hcMaterial *hcMaterial::resolve(hList *l) {
   OpRecord rec("hcMaterial::resolve", l);
-  return l ? static_cast<hcMaterial *>(l->getData()) : nullptr;
+  // Only a live material at the head of the list counts.
+  return l && hcIsLiveObject(l->getData()) ? dynamic_cast<hcMaterial *>(static_cast<hcObject *>(l->getData())) : nullptr;
 }
 
 int hcMaterial::count() {

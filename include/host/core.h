@@ -49,6 +49,41 @@ struct _object;
 typedef struct _object PyObject;
 
 // ---------------------------------------------------------------------------
+// Lists and their owners.
+//
+// A list an operation answers (getSegments, getSites, getJoints and every
+// other list getter) belongs to the object that answered it and stays valid
+// as long as that object lives: each call rewrites the same list in place
+// with the present contents.  A list held across an edit keeps the contents
+// of its last answer less the objects destroyed since (a list all of whose
+// objects were destroyed holds one null entry), so it never leads to a dead
+// object; hList::destroy leaves such a list alone.
+// The host's own registries are never handed out.  A list an operation
+// takes is only read during the call, and only its entries that are live
+// objects of the kind the operation expects are used.
+class hList;
+class HandedList {
+ public:
+  HandedList() = default;
+  ~HandedList();
+  HandedList(const HandedList &) = delete;
+  HandedList &operator=(const HandedList &) = delete;
+  // Rewrites the list with items and answers it; null (the empty list) when
+  // there are none, though a list answered earlier stays allocated.
+  hList *answer(const std::vector<void *> &items);
+  // True when head is a list some owner answered.
+  static bool isHandedOut(const hList *head);
+  // Takes item out of every list handed out (called as an object dies).
+  static void forget(const void *item);
+
+ private:
+  hList *head_ = nullptr;
+};
+
+// True while p is a live hcObject (of any class).
+bool hcIsLiveObject(const void *p);
+
+// ---------------------------------------------------------------------------
 // hList: a node of a circular doubly linked list of untyped pointers.  A list
 // is addressed by its head node; the empty list is a null pointer.
 class hList {
@@ -71,6 +106,7 @@ class hList {
   static int count(hList *head);
 
  private:
+  friend class HandedList;
   void *data_ = nullptr;
   hList *next_ = nullptr;
   hList *prev_ = nullptr;

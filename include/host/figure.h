@@ -232,6 +232,9 @@ class hcFigure : public hcNode {
   hList *segments_ = nullptr;
   hList *joints_ = nullptr;
   hList *sites_ = nullptr;
+  HandedList handedSegments_;
+  HandedList handedJoints_;
+  HandedList handedSites_;
   hcSite *root_ = nullptr;
   hMatrix location_;
   std::string fileName_;
@@ -373,6 +376,8 @@ class hcSegment : public hcNode {
   hcFigure *figure_ = nullptr;
   hList *sites_ = nullptr;
   hList *joints_ = nullptr;
+  HandedList handedSites_;
+  HandedList handedJoints_;
   hVector nodes_[kNodes];
   hMatrix global_;
   hMatrix free_;
@@ -444,8 +449,8 @@ class hcJoint : public hcNode {
 
   // Destroys the joint and answers the figure it belonged to.
   static hcFigure *editRemove(hcJoint *joint);
-  // Reads a name (the first blank-delimited word of *bufp) and, when a
-  // joint of fig bears it, advances *bufp past the word.
+  // The joint of fig named by the first blank-delimited word of *bufp;
+  // *bufp is only read, never moved.
   static hcJoint *find(hcFigure *fig, char **bufp);
   static hcJoint *resolve(hList *l);
   static hcJoint *createInMemory(hcFigure *figure, const char *name);
@@ -545,6 +550,7 @@ class hcSite : public hcNode {
 
   hcSegment *segment_ = nullptr;
   hList *joints_ = nullptr;
+  HandedList handedJoints_;
   hMatrix location_;
   int display_ = 1;
 };
