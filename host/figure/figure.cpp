@@ -1,5 +1,6 @@
 // hcFigure: registries, naming, frames and the figure-level queries.
 #include <cfloat>
+#include <cmath>
 #include <cstring>
 #include <deque>
 
@@ -607,12 +608,26 @@ int hcFigure::getDontPickMe() {
   return 0;
 }
 
-// ---------------------------------------------------------------------------
-// Operations of the host that this stand-in does not model.
-
 void hcFigure::applyScale(float *newScale, int global, int fast) {
   OpRecord rec("hcFigure::applyScale", newScale, global, fast);
+  if (!newScale) return;
+  for (int i = 0; i < 3; ++i)
+    if (!(newScale[i] > 0) || !std::isfinite(newScale[i])) return;  // factors must be positive
+  hccore::Quiet quiet;
+  for (hcSegment *seg : items<hcSegment>(segments_)) {
+    hVector factor(newScale[0], newScale[1], newScale[2]);
+    if (global) {
+      // The factors are the segment's scale from now on.
+      hVector present;
+      seg->getAbsoluteScale(present);
+      for (int i = 0; i < 3; ++i) factor.v[i] /= present.v[i];
+    }
+    seg->applyScale(factor, fast);
+  }
 }
+
+// ---------------------------------------------------------------------------
+// Operations of the host that this stand-in does not model.
 
 hList *hcFigure::getAttached() {
   OpRecord rec("hcFigure::getAttached");

@@ -37,6 +37,7 @@
 #include <map>
 
 #include "host/figure.h"
+#include "core/word_file.h"
 #include "figure/figure_detail.h"
 
 using namespace hcfigure_detail;
@@ -87,27 +88,6 @@ void writeMatrix(FILE *f, const hMatrix &m) {
 bool finish(FILE *f) {
   bool ok = !std::ferror(f);
   return (std::fclose(f) == 0) && ok;
-}
-
-// Reads a whole file as blank-separated words.
-bool readWords(const char *filename, std::vector<std::string> &words) {
-  if (!filename || !*filename) return false;
-  FILE *f = std::fopen(filename, "r");
-  if (!f) return false;
-  std::string cur;
-  int c;
-  while ((c = std::fgetc(f)) != EOF) {
-    if (std::isspace(c)) {
-      if (!cur.empty()) words.push_back(cur);
-      cur.clear();
-    } else {
-      cur += char(c);
-    }
-  }
-  if (!cur.empty()) words.push_back(cur);
-  bool ok = !std::ferror(f);
-  std::fclose(f);
-  return ok;
 }
 
 // A cursor over the words of a file; every read checks what it gets.
@@ -235,7 +215,7 @@ int hcFigure::saveImpl(const char *filename, int withDisplacements) {
 hcFigure *hcFigure::readFromFile(const char *filename, const char *newName) {
   OpRecord rec("hcFigure::readFromFile", filename, newName);
   std::vector<std::string> words;
-  if (!readWords(filename, words)) return nullptr;
+  if (!hcio::readWords(filename, "hcfigure", words)) return nullptr;
   hcFigure *fig = parseFigure(words);
   if (!fig) return nullptr;
   if (newName && *newName) {
@@ -400,7 +380,7 @@ int hcFigure::poseFromFile(const char *posturename, const char *filename) {
 
 int hcFigure::readPositions(const char *filename) {
   std::vector<std::string> words;
-  if (!readWords(filename, words)) return 0;
+  if (!hcio::readWords(filename, "hcpositions", words)) return 0;
   Words in(words);
   hMatrix location;
   if (!in.expect("hcpositions") || !in.expect("1") || !in.expect("location") ||

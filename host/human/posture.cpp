@@ -1,6 +1,7 @@
 // hcPosture: named joint values of a figure; and the subject references that
 // postures, bones and twist links keep.
 #include "host/posture.h"
+#include "core/word_file.h"
 #include "figure/figure_detail.h"
 
 #include <algorithm>
@@ -124,27 +125,6 @@ std::string number(float f) {
   return buf;
 }
 
-// Reads a whole file as blank-separated words.
-bool readWords(const char *filename, std::vector<std::string> &words) {
-  if (emptyText(filename)) return false;
-  FILE *f = std::fopen(filename, "r");
-  if (!f) return false;
-  std::string cur;
-  int c;
-  while ((c = std::fgetc(f)) != EOF) {
-    if (std::isspace(c)) {
-      if (!cur.empty()) words.push_back(cur);
-      cur.clear();
-    } else {
-      cur += char(c);
-    }
-  }
-  if (!cur.empty()) words.push_back(cur);
-  bool ok = !std::ferror(f);
-  std::fclose(f);
-  return ok;
-}
-
 bool toFloat(const std::string &w, float &out) {
   errno = 0;
   char *end = nullptr;
@@ -206,7 +186,7 @@ hcPosture *hcPosture::add(hcFigure *figure, const char *newName, const char *fil
   OpRecord rec("hcPosture::add", figure, newName, fileName);
   if (!figure || emptyText(newName) || find(figure, newName)) return nullptr;
   std::vector<std::string> w;
-  if (!readWords(fileName, w)) return nullptr;
+  if (!hcio::readWords(fileName, "hcpositions", w)) return nullptr;
   // hcpositions 1 location <16> { joint <name> <n> <n values> } end
   size_t i = 0;
   auto next = [&](std::string &out) {

@@ -103,6 +103,7 @@ int hcChannelFile::writeSampled(const char *filename, const char *name, int fps,
 
 hcChannelSet *hcChannelFile::read(const char *filename) {
   if (!filename) return nullptr;
+  constexpr std::size_t kMaxLine = 1u << 16;
   // Plain stdio: a directory or an unreadable file simply ends the input.
   struct Closer {
     void operator()(std::FILE *f) const { std::fclose(f); }
@@ -122,7 +123,8 @@ hcChannelSet *hcChannelFile::read(const char *filename) {
     while ((c = std::getc(file)) != EOF) {
       any = true;
       if (c == '\n') break;
-      if (c == '\0') {
+      // A NUL byte or an endless line: no file of ours.
+      if (c == '\0' || line.size() >= kMaxLine) {
         binary = true;
         return false;
       }

@@ -627,7 +627,9 @@ int hcJointMotion::addJoint(hcJoint *j) {
 int hcJointMotion::setNthAngle(int n, float *angles) {
   OpRecord rec("hcJointMotion::setNthAngle", n, angles);
   if (!angles || n < 0 || n >= static_cast<int>(joints_.size())) return 0;
-  auto &end = joints_[static_cast<std::size_t>(n)].end;
+  auto &entry = joints_[static_cast<std::size_t>(n)];
+  if (static_cast<int>(entry.end.size()) != entry.joint->getNDOFs()) return 0;  // the joint changed
+  auto &end = entry.end;
   std::copy(angles, angles + end.size(), end.begin());
   return 1;
 }
@@ -672,7 +674,9 @@ int hcJointMotion::getNumberOfJoints() {
 float *hcJointMotion::getNthStartAngles(int n, float *angles) {
   OpRecord rec("hcJointMotion::getNthStartAngles", n, angles);
   if (!angles || n < 0 || n >= static_cast<int>(joints_.size())) return nullptr;
-  const auto &v = joints_[static_cast<std::size_t>(n)].start;
+  const auto &entry = joints_[static_cast<std::size_t>(n)];
+  const auto &v = entry.start;
+  if (static_cast<int>(v.size()) != entry.joint->getNDOFs()) return nullptr;  // the joint changed
   std::copy(v.begin(), v.end(), angles);
   return angles;
 }
@@ -680,7 +684,9 @@ float *hcJointMotion::getNthStartAngles(int n, float *angles) {
 float *hcJointMotion::getNthEndAngles(int n, float *angles) {
   OpRecord rec("hcJointMotion::getNthEndAngles", n, angles);
   if (!angles || n < 0 || n >= static_cast<int>(joints_.size())) return nullptr;
-  const auto &v = joints_[static_cast<std::size_t>(n)].end;
+  const auto &entry = joints_[static_cast<std::size_t>(n)];
+  const auto &v = entry.end;
+  if (static_cast<int>(v.size()) != entry.joint->getNDOFs()) return nullptr;  // the joint changed
   std::copy(v.begin(), v.end(), angles);
   return angles;
 }

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "core/word_file.h"
 #include "scene/scene_detail.h"
 #include "figure/figure_detail.h"
 
@@ -52,26 +53,6 @@ bool unescape(const std::string &in, std::string &out) {
     i += 2;
   }
   return !out.empty();
-}
-
-bool readWords(const char *filename, std::vector<std::string> &words) {
-  if (!filename || !*filename) return false;
-  FILE *f = std::fopen(filename, "r");
-  if (!f) return false;
-  std::string cur;
-  int c;
-  while ((c = std::fgetc(f)) != EOF) {
-    if (std::isspace(c)) {
-      if (!cur.empty()) words.push_back(cur);
-      cur.clear();
-    } else {
-      cur += char(c);
-    }
-  }
-  if (!cur.empty()) words.push_back(cur);
-  const bool ok = !std::ferror(f);
-  std::fclose(f);
-  return ok;
 }
 
 bool finish(FILE *f) {
@@ -150,7 +131,7 @@ int hcScene::load(const char *filename) {
 int hcScene::readScene(const char *filename) {
   std::vector<std::string> words;
   SceneFile file;
-  if (!readWords(filename, words) || !parseScene(words, file)) return 0;
+  if (!hcio::readWords(filename, "hcscene", words) || !parseScene(words, file)) return 0;
 
   const std::string dir = directoryOf(filename);
   std::vector<hcFigure *> read;

@@ -100,6 +100,10 @@ class hcFigure : public hcNode {
   virtual void getLocation(hMatrix &M);
   // Sets every joint value to 0, clamped to its limits.
   virtual void reset();
+  // Scales every segment (nodes and sites) along its own x, y and z by the
+  // 3 floats of newScale; with global, they are the segments' scale from
+  // now on rather than factors.  Factors that are not positive and finite
+  // change nothing.
   virtual void applyScale(float *newScale, int global, int fast = 0);
   virtual hList *getAttached();
   virtual hcSite *getAttachedTo();

@@ -388,7 +388,8 @@ class hcJointMotion : public hcMotion {
   // Adds a joint with its present angles as start and end angles; the first
   // joint's figure becomes the motion's figure when it has none.
   int addJoint(hcJoint *j);
-  // Sets the end angles of joint n from angles (its DOF count of floats).
+  // Sets the end angles of joint n from angles (getNthJoint(n)->getNDOFs()
+  // floats); 0 when the joint's DOF count changed since it was added.
   int setNthAngle(int n, float *angles);
   // Adds the figure's joints not yet in the motion, start angles from the
   // pose, end angles from the pose when grabAngles, else 0; answers how
@@ -398,8 +399,9 @@ class hcJointMotion : public hcMotion {
   virtual int setParams();
   hcJoint *getNthJoint(int n);
   int getNumberOfJoints();
-  // Copy joint n's start or end angles into angles and answer it; null for
-  // a bad n or a null array.
+  // Copy joint n's start or end angles (getNthJoint(n)->getNDOFs() floats)
+  // into angles and answer it; null for a bad n, a null array or a joint
+  // whose DOF count changed since it was added.
   float *getNthStartAngles(int n, float *angles);
   float *getNthEndAngles(int n, float *angles);
 

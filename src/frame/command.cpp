@@ -23,6 +23,13 @@ int TypeError(Tcl_Interp *interp, int index, const char *cmd, const char *type, 
   return TCL_ERROR;
 }
 
+int ArrayTooShort(Tcl_Interp *interp, const char *cmd, int index, long holds, long uses) {
+  std::string text = std::string(cmd) + ": argument " + std::to_string(index) + " holds " + std::to_string(holds) +
+                     (holds == 1 ? " element" : " elements") + ", the operation uses " + std::to_string(uses);
+  Tcl_SetResult(interp, const_cast<char *>(text.c_str()), TCL_VOLATILE);
+  return TCL_ERROR;
+}
+
 void SetLong(Tcl_Interp *interp, long value) {
   char buf[32];
   std::snprintf(buf, sizeof buf, "%ld", value);

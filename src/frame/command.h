@@ -36,6 +36,7 @@
 #include <type_traits>
 #include <utility>
 
+#include "frame/blocks.h"
 #include "frame/host_names.h"
 #include "frame/typed_pointer.h"
 
@@ -232,6 +233,33 @@ struct Arg<AnyPointer> {
 };
 
 // ---------------------------------------------------------------------------
+// Plain arrays given to the host (float *, double *, int * and the like).
+//
+// A bare pointer carries no length, so an operation states how many elements
+// it reads or writes through each such parameter: one, unless the operation
+// has an entry
+//
+//   template <> struct hk::ArrayUse<&hcJoint::setAngles> {
+//     static long count(std::size_t param, hcJoint &j, float *, int) { return j.getNDOFs(); }
+//   };
+//
+// (param is the parameter's position, the object first; count receives the
+// converted arguments).  When the word names memory the module allocated
+// (ptrcreate, the _array commands), a block too short for the count is
+// refused before the call; other addresses reach the host unchecked.
+template <auto F>
+struct ArrayUse {
+  static constexpr bool none = true;  // the primary: one element each
+};
+
+template <class P>
+concept PlainArray = std::is_pointer_v<P> && std::is_arithmetic_v<std::remove_cv_t<std::remove_pointer_t<P>>> &&
+                     !std::is_same_v<std::remove_cv_t<std::remove_pointer_t<P>>, char>;
+
+// "cmd: argument N holds H elements, the operation uses U" and TCL_ERROR.
+int ArrayTooShort(Tcl_Interp *interp, const char *cmd, int index, long holds, long uses);
+
+// ---------------------------------------------------------------------------
 // Signatures.
 
 template <class... A>
@@ -325,6 +353,8 @@ struct Command {
     bool ok = true;
     ((ok = ok && Take<I>(interp, argc, argv, std::get<I>(stored))), ...);
     if (!ok) return TCL_ERROR;
+    ((ok = ok && ArrayFits<I>(interp, stored)), ...);
+    if (!ok) return TCL_ERROR;
     using Ret = typename S::Ret;
     if constexpr (std::is_void_v<Ret>) {
       std::invoke(F, Arg<Param<I>>::get(std::get<I>(stored))...);
@@ -332,6 +362,35 @@ struct Command {
       Result<std::remove_cv_t<Ret>>::write(interp, std::invoke(F, Arg<Param<I>>::get(std::get<I>(stored))...));
     }
     return TCL_OK;
+  }
+
+  template <std::size_t J, std::size_t... I>
+  static long Uses(auto &stored, std::index_sequence<I...>) {
+    if constexpr (requires { ArrayUse<F>::none; }) {
+      return 1;
+    } else {
+      return ArrayUse<F>::count(J, Arg<Param<I>>::get(std::get<I>(stored))...);
+    }
+  }
+
+  template <std::size_t J>
+  static bool ArrayFits(Tcl_Interp *interp, auto &stored) {
+    if constexpr (!PlainArray<Param<J>>) {
+      return true;
+    } else {
+      const auto *p = std::get<J>(stored);
+      const Block *block = p ? FindBlock(p) : nullptr;
+      if (!block) return true;
+      long uses = Uses<J>(stored, std::make_index_sequence<P>{});
+      constexpr std::size_t size = sizeof(*p);
+      if (uses <= 0 || ElementsInside(*block, p, 0, size, true, static_cast<std::size_t>(uses))) return true;
+      long offset = static_cast<long>(reinterpret_cast<const char *>(p) - block->start);
+      long holds = offset >= 0 && static_cast<std::size_t>(offset) < block->bytes
+                       ? static_cast<long>((block->bytes - static_cast<std::size_t>(offset)) / size)
+                       : 0;
+      ArrayTooShort(interp, Name.value, static_cast<int>(J) + 1, holds, uses);
+      return false;
+    }
   }
 };
 

@@ -2,6 +2,11 @@
 // counts, force trees).
 #include "frame/classes.h"
 
+// Scale factors along x, y and z.
+template <> struct hk::ArrayUse<&hcFigure::applyScale> {
+  static long count(std::size_t, hcFigure &, float *, int, int) { return 3; }
+};
+
 namespace {
 using namespace hk;
 

@@ -2,6 +2,25 @@
 // freedom (kinds and axes, values, limits, displacements, physical values).
 #include "frame/classes.h"
 
+// Every float array of a joint holds one value per DOF.
+struct PerDof {
+  static long count(std::size_t, hcJoint &joint, auto...) { return joint.getNDOFs(); }
+};
+template <> struct hk::ArrayUse<&hcJoint::getAngles> : PerDof {};
+template <> struct hk::ArrayUse<&hcJoint::setAngles> : PerDof {};
+template <> struct hk::ArrayUse<&hcJoint::getLowerLimits> : PerDof {};
+template <> struct hk::ArrayUse<&hcJoint::getUpperLimits> : PerDof {};
+template <> struct hk::ArrayUse<&hcJoint::setLowerLimits> : PerDof {};
+template <> struct hk::ArrayUse<&hcJoint::setUpperLimits> : PerDof {};
+template <> struct hk::ArrayUse<&hcJoint::getTolerance> : PerDof {};
+template <> struct hk::ArrayUse<&hcJoint::setTolerance> : PerDof {};
+template <> struct hk::ArrayUse<&hcJoint::getRest> : PerDof {};
+template <> struct hk::ArrayUse<&hcJoint::setRest> : PerDof {};
+template <> struct hk::ArrayUse<&hcJoint::getStiffness> : PerDof {};
+template <> struct hk::ArrayUse<&hcJoint::setStiffness> : PerDof {};
+template <> struct hk::ArrayUse<&hcJoint::getDamp> : PerDof {};
+template <> struct hk::ArrayUse<&hcJoint::setDamp> : PerDof {};
+
 namespace {
 using namespace hk;
 
@@ -31,8 +50,8 @@ const Row kRows[] = {
     fn<"hcJoint_setUpperLimits", "{ hcJoint * } upper ", &hcJoint::setUpperLimits>,
     fn<"hcJoint_getToSite", "{ hcJoint * } ", &hcJoint::getToSite>,
     fn<"hcJoint_editRemove", "joint ", &hcJoint::editRemove>,
-    // The name arrives through a text pointer (_char_pp), which the host reads
-    // and advances.
+    // The name arrives through a text pointer (_char_pp), which the host
+    // reads.
     fn<"hcJoint_find", "fig bufp ", &hcJoint::find>,
     fn<"hcJoint_site", "{ hcJoint * } oneOrTwo ", &hcJoint::site>,
     fn<"hcJoint_getDisplacement", "{ hcJoint * } D I ", &hcJoint::getDisplacement>,

@@ -2,6 +2,14 @@
 // physical properties, materials, geometry editing, distances).
 #include "frame/classes.h"
 
+// A 3 x 3 inertia tensor; a distance and a direction.
+template <> struct hk::ArrayUse<&hcSegment::getInertiaMatrix> {
+  static long count(std::size_t, hcSegment &, float *) { return 9; }
+};
+template <> struct hk::ArrayUse<&hcSegment::getMinDistance> {
+  static long count(std::size_t param, hcSegment &, hcSegment *, float *, float *, float) { return param == 3 ? 3 : 1; }
+};
+
 namespace {
 using namespace hk;
 

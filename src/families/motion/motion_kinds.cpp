@@ -5,6 +5,17 @@
 // and their class commands never destroy what they construct.
 #include "frame/classes.h"
 
+// The angles of the motion's joint n: one per DOF of that joint.
+struct NthJointDofs {
+  static long count(std::size_t, hcJointMotion &m, int n, float *) {
+    hcJoint *j = m.getNthJoint(n);
+    return j ? j->getNDOFs() : 0;
+  }
+};
+template <> struct hk::ArrayUse<&hcJointMotion::setNthAngle> : NthJointDofs {};
+template <> struct hk::ArrayUse<&hcJointMotion::getNthStartAngles> : NthJointDofs {};
+template <> struct hk::ArrayUse<&hcJointMotion::getNthEndAngles> : NthJointDofs {};
+
 namespace {
 using namespace hk;
 
