@@ -487,6 +487,11 @@ float hMatrix::toAxisAngle(hVector &axis) {
     for (int i = 1; i < 3; ++i)
       if (b[i][i] > b[k][k]) k = i;
     const double nk = std::sqrt(std::fmax(b[k][k], 0.0));
+    if (nk < 1e-6) {
+      // No rotation has this symmetric part (a reflection such as -I).
+      axis = hVector(0, 0, 0);
+      return 0;
+    }
     for (int i = 0; i < 3; ++i) n[i] = i == k ? nk : b[i][k] / nk;
     const double dot = n[0] * s[0] + n[1] * s[1] + n[2] * s[2];
     if (dot < 0)

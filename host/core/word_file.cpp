@@ -6,11 +6,10 @@
 
 namespace hcio {
 
-bool readWords(const char *filename, const char *magic, std::vector<std::string> &words) {
-  words.clear();
-  if (!filename || !*filename || !magic) return false;
-  FILE *f = std::fopen(filename, "r");
-  if (!f) return false;
+namespace {
+
+// Reads the words of f (then closes it).
+bool wordsOf(FILE *f, const char *magic, std::vector<std::string> &words) {
   std::string cur;
   std::size_t bytes = 0;
   bool ok = true;
@@ -38,6 +37,22 @@ bool readWords(const char *filename, const char *magic, std::vector<std::string>
   ok = ok && endWord() && !std::ferror(f) && !words.empty();
   std::fclose(f);
   return ok;
+}
+
+}  // namespace
+
+bool readWords(const char *filename, const char *magic, std::vector<std::string> &words) {
+  words.clear();
+  if (!filename || !*filename || !magic) return false;
+  FILE *f = std::fopen(filename, "r");
+  return f && wordsOf(f, magic, words);
+}
+
+bool splitWords(const std::string &text, const char *magic, std::vector<std::string> &words) {
+  words.clear();
+  if (!magic || text.empty()) return false;
+  FILE *f = fmemopen(const_cast<char *>(text.data()), text.size(), "r");
+  return f && wordsOf(f, magic, words);
 }
 
 }  // namespace hcio

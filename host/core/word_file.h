@@ -18,5 +18,7 @@ constexpr std::size_t kMaxWords = 1u << 20;
 // Reads the words of filename into words; false (words unspecified) when the
 // file cannot be read, its first word is not magic, or it exceeds a bound.
 bool readWords(const char *filename, const char *magic, std::vector<std::string> &words);
+// The same for text held in memory.
+bool splitWords(const std::string &text, const char *magic, std::vector<std::string> &words);
 
 }  // namespace hcio

@@ -159,7 +159,11 @@ int hcFigure::saveToFile(const char *filename, int withMaterials,
 
 int hcFigure::saveImpl(const char *filename, int withDisplacements) {
   if (!filename || !*filename) return 0;
-  FILE *f = std::fopen(filename, "w");
+  // The text is made in memory and only written when the reader takes it
+  // back, so that every figure saved with success reads back.
+  char *buffer = nullptr;
+  std::size_t length = 0;
+  FILE *f = open_memstream(&buffer, &length);
   if (!f) return 0;
   std::fprintf(f, "hcfigure 1\nname %s\nlocation", escape(name).c_str());
   writeMatrix(f, location_);
@@ -209,7 +213,24 @@ int hcFigure::saveImpl(const char *filename, int withDisplacements) {
 
   hcSite *r = effectiveRoot();
   std::fprintf(f, "root %d\nend\n", r ? siteIndex[r] : -1);
-  return finish(f) ? 1 : 0;
+  bool made = finish(f);
+  std::string text(buffer ? buffer : "", buffer ? length : 0);
+  std::free(buffer);
+  if (!made || !readsBack(text)) return 0;
+  FILE *out = std::fopen(filename, "w");
+  if (!out) return 0;
+  std::fwrite(text.data(), 1, text.size(), out);
+  return finish(out) ? 1 : 0;
+}
+
+bool hcFigure::readsBack(const std::string &text) {
+  hccore::Quiet quiet;
+  std::vector<std::string> words;
+  if (!hcio::splitWords(text, "hcfigure", words)) return false;
+  hcFigure *check = parseFigure(words);
+  if (!check) return false;
+  delete check;
+  return true;
 }
 
 hcFigure *hcFigure::readFromFile(const char *filename, const char *newName) {

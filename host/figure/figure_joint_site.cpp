@@ -157,6 +157,8 @@ int hcJoint::copyOut(float Dof::*field, float *out, int internal) {
 int hcJoint::copyIn(float Dof::*field, const float *in, int internal) {
   if (!in) return 0;
   for (size_t k = 0; k < dofs_.size(); ++k)
+    if (!std::isfinite(in[k])) return 0;  // nothing changes
+  for (size_t k = 0; k < dofs_.size(); ++k)
     dofs_[k].*field = !internal && dofs_[k].type == ROT ? in[k] / kDegrees
                                                        : in[k];
   touch();

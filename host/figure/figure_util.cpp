@@ -98,19 +98,10 @@ hMatrix fromXYZ(const hVector &angles) {
 }
 
 hVector toXYZ(const hMatrix &m) {
-  // Inverse of fromXYZ; at the singularity (|y| = pi/2) x is taken as 0.
-  double sy = -m.m[2][0];
-  if (sy > 1) sy = 1;
-  if (sy < -1) sy = -1;
-  double y = std::asin(sy), x, z;
-  if (std::fabs(sy) < 0.999999) {
-    x = std::atan2(m.m[2][1], m.m[2][2]);
-    z = std::atan2(m.m[1][0], m.m[0][0]);
-  } else {
-    x = 0;
-    z = std::atan2(-m.m[0][1], m.m[1][1]);
-  }
-  return hVector(float(x), float(y), float(z));
+  // Inverse of fromXYZ, by the one decomposition hMatrix::getXYZ uses.
+  hccore::Quiet quiet;
+  hMatrix copy = m;
+  return copy.getXYZ();
 }
 
 hVector apply(const hMatrix &m, const hVector &p) {

@@ -171,7 +171,9 @@ class hMatrix {
   void id();
   // Sets the rotation part from fixed-axis x-y-z angles (radians).
   void setRotation(hVector &v);
-  // Writes the unit rotation axis into axis and answers the angle.
+  // Writes the unit rotation axis into axis and answers the angle (0 to
+  // pi).  Always finite: without a rotation the axis is x and the angle 0;
+  // a matrix no rotation matches (-I) gives the zero axis and 0.
   float toAxisAngle(hVector &axis);
   void fromAxisAngle(hVector &v, float theta);
   void transpose();

@@ -80,6 +80,9 @@ class hcFigure : public hcNode {
   // Reads a file written by saveToFile; newName (when not null or empty)
   // replaces the stored name.  Null for an unreadable or malformed file.
   static hcFigure *readFromFile(const char *filename, const char *newName);
+  // 1 when written; 0, and no file written, for a figure readFromFile
+  // would refuse (non-finite values, a joint whose two sites share a
+  // segment, names that are empty or repeated, more than 64 DOFs).
   virtual int saveToFile(const char *filename, int withMaterials = 1,
                          int withDisplacements = 0);
   // Writes the location and every joint's angles (radians).
@@ -230,6 +233,8 @@ class hcFigure : public hcNode {
   int saveImpl(const char *filename, int withDisplacements);
   // Builds a figure from the words of a figure file; null when malformed.
   static hcFigure *parseFigure(const std::vector<std::string> &words);
+  // True when parseFigure takes back the text of a figure file.
+  static bool readsBack(const std::string &text);
   int writePositions(const char *filename);
   int readPositions(const char *filename);
 
@@ -409,7 +414,8 @@ class hcJoint : public hcNode {
   static int destroy(hcJoint *joint);
 
   virtual int assignConnectivity(hcSite *site1, hcSite *site2);
-  // The array arguments hold getNDOFs() floats.
+  // The array arguments hold getNDOFs() floats.  Setters answer 0 (void
+  // ones simply return) and change nothing when a value is not finite.
   virtual int getAngles(float *angles, int internal);
   virtual int getDOFAxis(int dofNum, hVector &axis);
   virtual int getDOFType(int dofNum);  // NONE when out of range
