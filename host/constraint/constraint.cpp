@@ -180,7 +180,6 @@ hcConstraint::~hcConstraint() {
   hccore::destroying(this, "hcConstraint::~hcConstraint");
   std::erase(registry(), this);
   std::erase(solverQueue(), this);
-  hList::destroy(&jointList_, nullptr);
 }
 
 hcConstraint *hcConstraint::create(const char *newName) {
@@ -668,9 +667,8 @@ hcJoint *hcConstraint::getStartJoint() {
 
 hList *hcConstraint::getJoints() {
   OpRecord rec("hcConstraint::getJoints");
-  hList::destroy(&jointList_, nullptr);
-  for (hcJoint *j : chain(startJoint_)) hList::append(&jointList_, j);
-  return jointList_;
+  const auto joints = chain(startJoint_);
+  return jointList_.answer(std::vector<void *>(joints.begin(), joints.end()));
 }
 
 // ---------------------------------------------------------------------------

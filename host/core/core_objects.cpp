@@ -61,13 +61,6 @@ hcObserver::observerList &observers() {
   return *all;
 }
 
-// Lists handed out by hcObserver::getObserverList.  The caller may destroy
-// them; they are remembered only so that they are never reported as lost.
-std::vector<hList *> &handedOutLists() {
-  static auto *lists = new std::vector<hList *>;
-  return *lists;
-}
-
 bool isLive(hcSubject *s) { return s && liveSubjects().count(s) != 0; }
 
 bool isObserver(hcObserver *o) {
@@ -254,6 +247,7 @@ hcObserver::hcObserver(const char *name, const char *tstring, hcSubject *subject
 
 hcObserver::~hcObserver() {
   hccore::destroying(this, "hcObserver::~hcObserver");
+  HandedList::forget(this);
   // Leave every subject that still lists this observer, however attached.
   for (hcSubject *s : liveSubjects()) {
     auto &list = s->observers_;
@@ -303,10 +297,8 @@ hcObserver::observerList *hcObserver::getList() {
 hList *hcObserver::getObserverList() {
   hccore::call("hcObserver::getObserverList");
   hccore::Quiet quiet;
-  hList *head = nullptr;
-  for (hcObserver *o : observers()) hList::append(&head, o);
-  if (head) handedOutLists().push_back(head);
-  return head;
+  static auto *list = new HandedList;  // kept for the life of the process
+  return list->answer(std::vector<void *>(observers().begin(), observers().end()));
 }
 
 hcObserver *hcObserver::find(const char *name) {

@@ -4,7 +4,9 @@
 #include <cstring>
 #include <deque>
 
+#include "host/constraint.h"
 #include "host/figure.h"
+#include "host/material.h"
 #include "figure/figure_detail.h"
 #include "human/human_body.h"
 
@@ -641,7 +643,11 @@ hcSite *hcFigure::getAttachedTo() {
 
 hList *hcFigure::getConstraints() {
   OpRecord rec("hcFigure::getConstraints");
-  return nullptr;
+  hccore::Quiet quiet;
+  std::vector<void *> mine;
+  for (hcConstraint *c : hcConstraint::solverList())
+    if (c->getEndEffectorFigure() == this) mine.push_back(c);
+  return handedConstraints_.answer(mine);
 }
 
 hcHuman *hcFigure::getHuman() {
@@ -671,7 +677,10 @@ hcFigure::postureList *hcFigure::getPostureList() {
 
 hcFigure::materialList *hcFigure::getMaterialList() {
   OpRecord rec("hcFigure::getMaterialList");
-  return &materials_;  // always empty: materials are not modelled
+  hccore::Quiet quiet;
+  materials_.clear();
+  for (hcMaterial *m : items<hcMaterial>(hcMaterial::getMaterials(this))) materials_.push_back(m);
+  return &materials_;
 }
 
 int hcFigure::updateMaterials(int numMaterials) {

@@ -66,16 +66,10 @@ std::vector<hcMaterial *> &materials() {
 }
 
 // Host lists handed out by list() and getMaterials(), rebuilt on each call.
-hList *&answerList(int which) {
-  static hList *lists[2] = {nullptr, nullptr};
-  return lists[which];
-}
-
+// The lists answered by getMaterials (0) and list (1).
 hList *answer(int which, const std::vector<hcMaterial *> &items) {
-  hList *&head = answerList(which);
-  hList::destroy(&head, nullptr);
-  for (hcMaterial *m : items) hList::append(&head, m);
-  return head;
+  static auto *lists = new HandedList[2];  // kept for the life of the process
+  return lists[which].answer(std::vector<void *>(items.begin(), items.end()));
 }
 
 bool sameText(const char *a, const char *b) { return std::strcmp(a ? a : "", b ? b : "") == 0; }

@@ -16,13 +16,6 @@ namespace {
 
 long clampFrame(long t) { return std::clamp(t, -hcMotion::kMaxFrame, hcMotion::kMaxFrame); }
 
-// Lists handed out by getMotionList.  The caller may destroy them; they are
-// remembered only so that they are never reported as lost.
-std::vector<hList *> &handedOut() {
-  static auto *lists = new std::vector<hList *>;
-  return *lists;
-}
-
 }  // namespace
 
 hcTimeline::hcTimeline() { hccore::call("hcTimeline::hcTimeline"); }
@@ -84,10 +77,7 @@ hcMotion::motionList *hcTimeline::getMotions() {
 
 hList *hcTimeline::getMotionList() {
   OpRecord rec("hcTimeline::getMotionList");
-  hList *head = nullptr;
-  for (hcMotion *m : motions_) hList::append(&head, m);
-  if (head) handedOut().push_back(head);
-  return head;
+  return motionList_.answer(std::vector<void *>(motions_.begin(), motions_.end()));
 }
 
 int hcTimeline::sort() {

@@ -127,14 +127,10 @@ std::vector<hcNode *> hcScene::parts(Kind kind) {
   return out;
 }
 
-hList *hcScene::answer(const std::vector<void *> &items) {
-  // Never freed, and only ever written: a list its caller destroyed is not
-  // touched again.
-  static auto *handedOut = new std::vector<hList *>;
-  hList *head = nullptr;
-  for (void *p : items) hList::append(&head, p);
-  if (head) handedOut->push_back(head);
-  return head;
+hList *hcScene::answer(int slot, const std::vector<void *> &items) {
+  // One list per getter, kept for the life of the process.
+  static auto *lists = new HandedList[kAnswerSlots];
+  return lists[slot].answer(items);
 }
 
 hcNode *hcScene::findPart(Kind kind, const char *name) {
@@ -154,7 +150,7 @@ static std::vector<void *> untyped(const std::vector<T *> &v) {
 
 hList *hcScene::getFigures() {
   OpRecord rec("hcScene::getFigures");
-  return answer(untyped(figures()));
+  return answer(kFigureList, untyped(figures()));
 }
 
 hList *hcScene::getHumans() {
@@ -162,22 +158,22 @@ hList *hcScene::getHumans() {
   std::vector<void *> out;
   for (hcFigure *f : figures())
     if (hcHuman *h = f->getHuman()) out.push_back(h);
-  return answer(out);
+  return answer(kHumanList, out);
 }
 
 hList *hcScene::getJoints() {
   OpRecord rec("hcScene::getJoints");
-  return answer(untyped(parts(JOINT)));
+  return answer(kJointList, untyped(parts(JOINT)));
 }
 
 hList *hcScene::getSegments() {
   OpRecord rec("hcScene::getSegments");
-  return answer(untyped(parts(SEGMENT)));
+  return answer(kSegmentList, untyped(parts(SEGMENT)));
 }
 
 hList *hcScene::getSites() {
   OpRecord rec("hcScene::getSites");
-  return answer(untyped(parts(SITE)));
+  return answer(kSiteList, untyped(parts(SITE)));
 }
 
 hList *hcScene::getMaterials() {
@@ -186,7 +182,7 @@ hList *hcScene::getMaterials() {
   for (hcFigure *f : figures())
     for (hcMaterial *m : *f->getMaterialList())
       if (m && std::find(out.begin(), out.end(), m) == out.end()) out.push_back(m);
-  return answer(out);
+  return answer(kMaterialList, out);
 }
 
 hList *hcScene::getConstraints() {
@@ -196,7 +192,7 @@ hList *hcScene::getConstraints() {
     forEach<void>(f->getConstraints(), [&](void *c) {
       if (c && std::find(out.begin(), out.end(), c) == out.end()) out.push_back(c);
     });
-  return answer(out);
+  return answer(kConstraintList, out);
 }
 
 // ---------------------------------------------------------------------------

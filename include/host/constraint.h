@@ -344,5 +344,5 @@ class hcConstraint : public hcObject {
   hVector normalGoal_{0, 0, 1};
 
   hcConstrHistory history_;
-  hList *jointList_ = nullptr;
+  HandedList jointList_;
 };

@@ -73,7 +73,8 @@ class HandedList {
   hList *answer(const std::vector<void *> &items);
   // True when head is a list some owner answered.
   static bool isHandedOut(const hList *head);
-  // Takes item out of every list handed out (called as an object dies).
+  // Takes item out of every list handed out (called as an object or an
+  // observer dies).
   static void forget(const void *item);
 
  private:

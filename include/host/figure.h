@@ -113,6 +113,8 @@ class hcFigure : public hcNode {
   // Mass-weighted global centre of the segments (zero without mass).
   virtual void getCOM(hVector &center);
   virtual void calcCOM(hVector &vecCOM, int withAttachments = 1);
+  // The constraints put on the solver's list (hcConstraint::addToList)
+  // whose end effector is on this figure, in the order they were put there.
   virtual hList *getConstraints();
   // The file last read or written; null when none.
   virtual const char *getFileName();
@@ -149,6 +151,8 @@ class hcFigure : public hcNode {
   int searchProperty(const char *name, hcValue *value) override;
   virtual hList *getPostures();
   virtual postureList *getPostureList();
+  // The materials local to the figure or its parts (hcMaterial::makeLocal),
+  // refreshed on each call.
   virtual materialList *getMaterialList();
   virtual int updateMaterials(int numMaterials);
   virtual int pose(hcPosture *posture);
@@ -244,6 +248,7 @@ class hcFigure : public hcNode {
   HandedList handedSegments_;
   HandedList handedJoints_;
   HandedList handedSites_;
+  HandedList handedConstraints_;
   hcSite *root_ = nullptr;
   hMatrix location_;
   std::string fileName_;

@@ -195,8 +195,10 @@ class hcScene : public hcObject {
   std::vector<hcFigure *> figures();
   // The parts of kind: those of the figures, then those added one by one.
   std::vector<hcNode *> parts(Kind kind);
-  // A new list of items, remembered among the lists handed out.
-  static hList *answer(const std::vector<void *> &items);
+  // The list answered by one getter, rewritten with items.
+  enum AnswerSlot { kFigureList, kHumanList, kJointList, kSegmentList, kSiteList, kMaterialList,
+                    kConstraintList, kAnswerSlots };
+  static hList *answer(int slot, const std::vector<void *> &items);
   hcNode *findPart(Kind kind, const char *name);
   int readScene(const char *filename);
   int writeScene(const char *filename);

@@ -108,6 +108,7 @@ class hcTimeline : public hcSubject {
           int *applied);
 
   hcMotion::motionList motions_;
+  HandedList motionList_;  // what getMotionList answers
   long time_ = 0;
   double position_ = 0;
   int mode_ = frames;
