@@ -4,6 +4,10 @@
 #   ./make.sh test       build, run every test; then the same under the
 #                        address and undefined-behaviour sanitizers
 #   ./make.sh bench      build (optimised), run the call-overhead benchmark
+#   ./make.sh fuzz [N]   build, run the live-object fuzz sweep with N (default
+#                        1000) word vectors per command, in a child process
+#   ./make.sh soak [N]   build (optimised), run N (default 1000000) rounds of
+#                        construction, calls and conversions, print memory
 # Missing Debian packages are installed first.
 set -euo pipefail
 cd "$(dirname "$0")"
@@ -58,8 +62,19 @@ case "${1:-test}" in
     build build-bench -DCMAKE_BUILD_TYPE=Release -DHK_TESTS=OFF
     tclsh8.6 bench/calls.tcl build-bench/libhktcl.so
     ;;
+  fuzz)
+    build build
+    mkdir -p build/fuzz
+    seed=$(date +%s)
+    echo "seed $seed, log build/fuzz/log (the last line is the call being made)"
+    tclsh8.6 tests/fuzz_live.tcl "$PWD/build/libhktcl.so" build/fuzz/log "$seed" "${2:-1000}"
+    ;;
+  soak)
+    build build-bench -DCMAKE_BUILD_TYPE=Release -DHK_TESTS=OFF
+    tclsh8.6 bench/soak.tcl build-bench/libhktcl.so "${2:-1000000}"
+    ;;
   *)
-    echo "usage: $0 demo|test|bench" >&2
+    echo "usage: $0 demo|test|bench|fuzz [N]|soak [N]" >&2
     exit 2
     ;;
 esac

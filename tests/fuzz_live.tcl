@@ -14,45 +14,70 @@ expr {srand($seed)}
 # Live objects, made through the module's own commands.
 
 proc vec {x y z} {set v [new_hVector]; hVector_setList $v [list $x $y $z]; return $v}
-set z [vec 0 0 1]
-set pool {}
-proc keep {args} {foreach a $args {if {[string match _*_p $a] || [string match _*_pp $a]} {lappend ::pool $a}}}
+proc pointers {args} {
+    set out {}
+    foreach a $args {if {[string match _*_p $a] || [string match _*_pp $a]} {lappend out $a}}
+    return $out
+}
 
-set f [hcFigure_createInMemory fz]
-set A [hcSegment_createInMemory $f a]
-set B [hcSegment_createInMemory $f b]
-set s1 [hcSite_create s1 $A]
-set s2 [hcSite_create s2 $B]
-set tip [hcSite_create tip $B]
-set j [hcJoint_createBetweenSites $s1 $s2]
-hcJoint_appendDOF $j $hcJoint_ROT $z
-hcFigure_setRoot $f $s1
-keep $f $A $B $s1 $s2 $tip $j [hcFigure_getSegments $f] [hcFigure_getSites $f]
-set hf [hcFigure_createInMemory hz]
-set h [hcHuman_initHuman $hf]
-keep $hf $h [hcHuman_initAnthroscale $h] [hcHuman_getLandmarkSite $h 4] [hcHuman_getLandmarkJoint $h 0]
-set c [hcConstraint_create cz]
-hcConstraint_setEndEffectorSite $c $tip
-keep $c [hcConstraint_getHistory $c] $z [vec 1 2 3] [new_hMatrix] [new_hcValue] [hcscene_get]
-keep [new_hcObserver oz t NULL 2] [hcObserver_getObserverList]
-keep [int_array 8] [float_array 16] [double_array 16] [string_array 4]
-set blocks [list [ptrcreate int 0 4] [ptrcreate double 0 4] [ptrcreate char {} 64] [ptrcreate float 0 16] \
-    [ptrcreate {char *} x 3] [int_array 3] [float_array 3]]
-keep {*}$blocks
-# Whatever the constructors make with no words or with one name.
-foreach ctor [lsort [info commands new_*]] {
-    if {![catch {$ctor} o]} {keep $o}
-    if {![catch {$ctor fz} o]} {keep $o}
+# A set of live objects of every kind the module makes, and the blocks the
+# pointer library and the array commands allocate.  With a class name, a
+# lighter set for one call: a figure, a human when the class needs one, the
+# blocks, and objects of that class made by whatever constructor it has.
+proc make_pool {{class {}}} {
+    set z [vec 0 0 1]
+    set f [hcFigure_createInMemory fz]
+    set A [hcSegment_createInMemory $f a]
+    set B [hcSegment_createInMemory $f b]
+    set s1 [hcSite_create s1 $A]
+    set s2 [hcSite_create s2 $B]
+    set tip [hcSite_create tip $B]
+    set j [hcJoint_createBetweenSites $s1 $s2]
+    hcJoint_appendDOF $j $::hcJoint_ROT $z
+    hcFigure_setRoot $f $s1
+    set pool [pointers $f $A $B $s1 $s2 $tip $j [hcFigure_getSegments $f] [hcFigure_getSites $f]]
+    set h NULL
+    if {$class eq "" || [regexp {Human|Anthro|Posture|Twist|Bone|Skin|Landmark} $class]} {
+        set hf [hcFigure_createInMemory hz]
+        set h [hcHuman_initHuman $hf]
+        lappend pool {*}[pointers $hf $h [hcHuman_initAnthroscale $h] [hcHuman_getLandmarkSite $h 4] \
+            [hcHuman_getLandmarkJoint $h 0]]
+    }
+    set c [hcConstraint_create cz]
+    hcConstraint_setEndEffectorSite $c $tip
+    lappend pool {*}[pointers $c [hcConstraint_getHistory $c] $z [vec 1 2 3] [new_hMatrix] [new_hcValue] \
+        [hcscene_get] [new_hcObserver oz t NULL 2] [hcObserver_getObserverList]]
+    set blocks [list [ptrcreate int 0 4] [ptrcreate double 0 4] [ptrcreate char {} 64] [ptrcreate float 0 16] \
+        [ptrcreate {char *} x 3] [int_array 3] [float_array 16] [double_array 16] [string_array 4]]
+    lappend pool {*}$blocks
+    if {$class eq ""} {
+        set ctors [lsort [info commands new_*]]
+        set makers {}
+    } else {
+        set ctors [info commands new_$class]
+        set makers [info commands ${class}_create*]
+    }
+    # Whatever the constructors make with no words or with one name.
+    foreach ctor $ctors {
+        if {![catch {$ctor} o]} {lappend pool {*}[pointers $o]}
+        if {![catch {$ctor fz} o]} {lappend pool {*}[pointers $o]}
+    }
+    foreach maker $makers {
+        foreach words [list fz [list fz $f] [list $f fz] [list fz $h] [list fz $A]] {
+            if {![catch {$maker {*}$words} o]} {lappend pool {*}[pointers $o]}
+        }
+    }
+    if {$class eq ""} {
+        foreach g {hcViewConeGlyph hcSiteGlyph hcSegmentTraceGlyph hcGhostGlyph hcProjectionGlyph} {
+            foreach on [list $h $f $tip $A] {catch {lappend pool {*}[pointers [${g}_create gz $on]]}}
+        }
+        catch {lappend pool {*}[pointers [hcMaterial_create mz]]}
+        catch {lappend pool {*}[pointers [hcGlobal_getTimeline]]}
+    }
+    return [list $pool $blocks]
 }
-foreach g {hcViewConeGlyph hcSiteGlyph hcSegmentTraceGlyph hcGhostGlyph hcProjectionGlyph} {
-    catch {keep [${g}_create gz $h]}
-    catch {keep [${g}_create gz $f]}
-    catch {keep [${g}_create gz $tip]}
-    catch {keep [${g}_create gz $A]}
-}
-catch {keep [hcMaterial_create mz NULL]}
-catch {keep [hcTimeline_getCurrent]}
-catch {keep [hcGlobal_getTimeline]}
+
+lassign [make_pool] pool blocks
 
 set junk [list NULL {} "\{" "\}" {[} {$} 2147483647 -2147483648 -1 0 1 3 1e308 nan inf -inf \
     [string repeat x 400] "_0_[string repeat T 300]_p" _0_hcFigure_p _0_hList_pp {1 2} {1 2 3 4 5} 0.5]
@@ -60,15 +85,15 @@ set junk [list NULL {} "\{" "\}" {[} {$} 2147483647 -2147483648 -1 0 1 3 1e308 n
 # ---------------------------------------------------------------------------
 # Which commands, and how many words each takes.
 
-# Commands that free, destroy or remove what they are given would leave the
-# pool holding stale pointers; the junk sweep covers their word checks.
+# Commands that free, destroy or remove what they are given, or change what
+# other objects hold, would leave the shared pool with stale pointers.
 set destroying {delete_* *_destroy* *Destroy* ptrfree hList_destroy *_del[A-Z]* *_delete* *editRemove*
-    *_clear *_remove* *Remove* *_free* *_unbind* hcHuman_destroyAnthroscale *_initHuman *_init
+    *_clear *_remove* *Remove* *_free* *_unbind* *_edit* hcFigure_add* hcSegment_add* hcHuman_destroyAnthroscale *_initHuman *_init
     hcKit_setMsgHandler hcSim_bindCallback hcObserver_setSubject hcRefObject_set_detach_behavior
     hcFigure_setRoot* hcFigure_reset hcObject_setScriptObject}
-# The pointer library reads and writes wherever it is pointed: only blocks
-# it allocated are checked, so its pointer word comes from those.
-set pointerWords {ptrvalue ptrset ptradd}
+# The pointer library reads, writes and frees wherever it is pointed: only
+# blocks it allocated are checked, so its pointer word comes from those.
+set pointerWords {ptrvalue ptrset ptradd ptrfree int_destroy double_destroy float_destroy string_destroy}
 
 proc skipped {c} {
     foreach p $::destroying {if {[string match $p $c]} {return 1}}
@@ -76,9 +101,10 @@ proc skipped {c} {
 }
 
 set commands {}
+set destroyers {}
 foreach c [lsort [info commands]] {
-    if {$c in $before || [info procs $c] ne "" || [skipped $c]} continue
-    lappend commands $c
+    if {$c in $before || [info procs $c] ne ""} continue
+    if {[skipped $c]} {lappend destroyers $c} else {lappend commands $c}
 }
 
 # The most words a command takes: from its usage message, else 6.
@@ -94,26 +120,48 @@ proc most {c} {
 
 proc pick {list} {lindex $list [expr {int(rand() * [llength $list])}]}
 
+# One call: words drawn from pool and junk; the pointer library's pointer
+# word comes from the blocks.
+# The object word is often one of the command's own class.
+proc call {c max pool blocks} {
+    set n [expr {int(rand() * ($max + 1))}]
+    set words {}
+    regexp {^(?:delete_)?([A-Za-z]+)} $c -> class
+    set own [lsearch -all -inline -glob $pool "*_${class}_p"]
+    for {set w 0} {$w < $n} {incr w} {
+        if {$w == 0 && $c in $::pointerWords} {
+            lappend words [pick $blocks]
+        } elseif {$w == 0 && [llength $own] && rand() < 0.6} {
+            lappend words [pick $own]
+        } elseif {rand() < 0.5} {
+            lappend words [pick $pool]
+        } else {
+            lappend words [pick $::junk]
+        }
+    }
+    puts $::log [list $c {*}$words]
+    flush $::log
+    catch {$c {*}$words}
+}
+
+# Commands that keep what they are given, with the shared pool; then those
+# that may free or destroy it, each call with a pool of its own, so that no
+# call follows a pointer an earlier call released.
 set calls 0
 foreach c $commands {
     set max [expr {[most $c] + 2}]
     for {set i 0} {$i < $perCommand} {incr i} {
-        set n [expr {int(rand() * ($max + 1))}]
-        set words {}
-        for {set w 0} {$w < $n} {incr w} {
-            if {$w == 0 && $c in $pointerWords} {
-                lappend words [pick $blocks]
-            } elseif {rand() < 0.5} {
-                lappend words [pick $pool]
-            } else {
-                lappend words [pick $junk]
-            }
-        }
-        puts $log [list $c {*}$words]
-        flush $log
-        catch {$c {*}$words}
+        call $c $max $pool $blocks
+        incr calls
+    }
+}
+foreach c $destroyers {
+    set max [expr {[most $c] + 2}]
+    for {set i 0} {$i < $perCommand} {incr i} {
+        regexp {^(?:delete_)?([A-Za-z]+)} $c -> class
+        call $c $max {*}[make_pool $class]
         incr calls
     }
 }
 close $log
-puts "calls $calls commands [llength $commands]"
+puts "calls $calls commands [expr {[llength $commands] + [llength $destroyers]}]"

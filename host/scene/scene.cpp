@@ -46,6 +46,8 @@ hcScene::~hcScene() {
   hccore::destroying(this, "hcScene::~hcScene");
   hccore::Quiet quiet;
   clear();
+  // A script that deletes the current scene gets a new, empty one.
+  if (hcscene == this) hcscene = new hcScene("scene");
 }
 
 hcType *hcScene::getClassType() {

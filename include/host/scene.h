@@ -5,7 +5,8 @@
 //
 // Current scene.  The host makes its current scene (named "scene") when the
 // library is loaded, so hcscene is null only while a host operation has set
-// it to null.  The scene is never destroyed by the host.
+// it to null.  The scene is never destroyed by the host; when a script
+// deletes it, a new empty current scene takes its place.
 //
 // What a scene holds:
 //   * figures, added with addFigure or read by load.  The scene owns them:
