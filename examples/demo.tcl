@@ -146,3 +146,35 @@ hcHuman_shapeHand $h $hcHuman_leftSide fist 100
 hcHuman_destroy $h
 hcFigure_destroy $adult
 rename cup {}; rename cupAt {}
+
+section "Geometry read from a file"
+set cubeFile [file join [file dirname [info script]] data cube.obj]
+set boxFigure [hcGeometry_readFromFile $cubeFile box]
+set boxSegment [hcFigure_findSegment $boxFigure box]
+set cube [ptrcast [hcSegment_getGeometry $boxSegment] "hcMeshGeometry *"]
+puts "[file tail $cubeFile]: [hcMeshGeometry_getNumNodes $cube] nodes, [hcMeshGeometry_getNumFaces $cube] faces,\
+ [hcMeshGeometry_getNumEdges $cube] edges, materials [lmap i {0 1} {hcObject_getName [hcMeshGeometry_getMaterial $cube $i]}]"
+proc showBox {label global} {
+    hMatrix model
+    model id
+    set lo [float_array 3]
+    set hi [float_array 3]
+    hcMeshGeometry_bbox $::cube $global [model cget -this] $lo $hi
+    puts "$label: from [lmap k {0 1 2} {format %.3f [float_get $lo $k]}] to [lmap k {0 1 2} {format %.3f [float_get $hi $k]}]"
+    float_destroy $lo
+    float_destroy $hi
+    rename model {}
+}
+showBox "its box" 0
+hMatrix turned
+turned id
+hVector angles
+angles setList {0 0 0.785398}
+turned setRotation [angles cget -this]
+hVector move
+move setList {2 0 0}
+turned setTranslation [move cget -this]
+hcSegment_setGlobal $boxSegment [turned cget -this]
+showBox "turned 45 degrees about z and moved 2 along x" 1
+hcFigure_destroy $boxFigure
+rename turned {}; rename angles {}; rename move {}

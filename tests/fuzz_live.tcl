@@ -5,6 +5,7 @@
 #   tclsh fuzz_live.tcl libhktcl.so logfile seed vectorsPerCommand
 # Prints "calls N commands M" at the end.
 lassign $argv lib logfile seed perCommand
+set cube [file normalize [file join [file dirname [info script]] .. examples data cube.obj]]
 set before [info commands]
 load $lib
 set log [open $logfile w]
@@ -50,6 +51,10 @@ proc make_pool {{class {}}} {
     set blocks [list [ptrcreate int 0 4] [ptrcreate double 0 4] [ptrcreate char {} 64] [ptrcreate float 0 16] \
         [ptrcreate {char *} x 3] [int_array 3] [float_array 16] [double_array 16] [string_array 4]]
     lappend pool {*}$blocks
+    set mesh [new_hcMeshGeometry 4 2 1 $f]
+    hcSegment_setGeometry $A [hcGeometry_read $::cube]
+    lappend pool {*}[pointers $mesh [new_hcMeshInternals $mesh] [hcGeometry_read $::cube] \
+        [ptrcast [hcSegment_getGeometry $A] "hcMeshGeometry *"]]
     if {$class eq ""} {
         set ctors [lsort [info commands new_*]]
         set makers {}

@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "host/figure.h"
+#include "host/geometry.h"
 #include "figure/figure_detail.h"
 
 using namespace hcfigure_detail;
@@ -35,6 +36,11 @@ hcSegment::hcSegment() {
 
 hcSegment::~hcSegment() {
   hccore::destroying(this, "hcSegment::~hcSegment");
+  if (geometry_ && hcIsLiveObject(geometry_)) {  // the segment owns its geometry
+    hccore::Quiet quiet;
+    if (auto *mesh = dynamic_cast<hcMeshGeometry *>(geometry_)) mesh->setRigidSegment(nullptr);
+    delete geometry_;
+  }
   hList::destroy(&sites_, nullptr);
   hList::destroy(&joints_, nullptr);
 }
@@ -376,9 +382,13 @@ int hcSegment::getCentroid(hVector &c, int global) {
 
 int hcSegment::setGeometry(hcGeometry *geom) {
   OpRecord rec("hcSegment::setGeometry", geom);
-  if (!geom) return 0;
+  hccore::Quiet quiet;
+  // The geometry it replaces is handed back to whoever holds it.
+  if (auto *old = dynamic_cast<hcMeshGeometry *>(geometry_); old && hcIsLiveObject(old))
+    old->setRigidSegment(nullptr);
   geometry_ = geom;
-  return 1;
+  if (auto *mesh = dynamic_cast<hcMeshGeometry *>(geom)) mesh->setRigidSegment(this);
+  return geom ? 1 : 0;
 }
 
 hcGeometry *hcSegment::getGeometry() {

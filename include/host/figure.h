@@ -344,6 +344,8 @@ class hcSegment : public hcNode {
   // Text file: "nodes 8", one "x y z" line per node, "faces 6", one line of
   // four node indexes per face.
   virtual int saveGeometryToFile(const char *fileName, int global = 1);
+  // The segment takes the geometry (and owns it from then on); null takes
+  // the present one off (answering 0).  A mesh's rigid segment is this one.
   virtual int setGeometry(hcGeometry *geom);
   // dist[0] = the least distance between the two node sets (global);
   // dir[0..2] = unit direction from this segment's nearest node to the

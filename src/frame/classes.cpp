@@ -59,6 +59,7 @@ std::span<ClassDef *const> ClassBlocks() {
       &hcMaterial_class,
       &hcSim_class,
       &hcKit_class,
+      &hcGeometry_class,
       &hcPropertyList_class,
       &hcTypeTable_class,
       &hcBone_class,
@@ -68,6 +69,8 @@ std::span<ClassDef *const> ClassBlocks() {
       &hcLandmark_class,
       &hcLandmarkImpl_class,
       &hcDisplayFlags_class,
+      &hcMeshGeometry_class,
+      &hcMeshInternals_class,
   };
   return blocks;
 }

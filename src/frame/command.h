@@ -405,6 +405,19 @@ constexpr Row fn{Signature<decltype(F)>::member ? RowKind::Method : RowKind::Sta
 template <Text Name, Text Tail, auto F, auto... Defaults>
 constexpr Row method{RowKind::Method, Name.value, &Command<Name, Tail, F, Defaults...>::Proc, nullptr};
 
+// A base class's operation run on an object of derived class D, so that the
+// object word is checked against D:
+//   method<"hcMeshGeometry_getNumNodes", "{ hcMeshGeometry * } ",
+//          on<hcMeshGeometry, &hcGeometry::getNumNodes>>
+template <class D, auto F>
+struct On;
+template <class D, class R, class C, class... A, R (C::*F)(A...)>
+struct On<D, F> {
+  static R call(D &object, A... a) { return (object.*F)(a...); }
+};
+template <class D, auto F>
+constexpr auto on = &On<D, F>::call;
+
 // Constructor new_<Class>: T's constructor with the parameters A.
 template <class T, class... A>
 T *Construct(A... a) {

@@ -12,6 +12,7 @@
 #include "host/constraint.h"
 #include "host/core.h"
 #include "host/figure.h"
+#include "host/geometry.h"
 #include "host/glyph.h"
 #include "host/human.h"
 #include "host/material.h"
@@ -179,6 +180,11 @@ HK_HOST_NAME(hcTwistLink, "hcTwistLink");
 HK_HOST_NAME(twistBoneList, "twistBoneList");
 HK_HOST_NAME(vertexList, "vertexList");
 HK_HOST_NAME(hcMeshGeometry, "hcMeshGeometry");
+HK_HOST_NAME(hcMeshInternals, "hcMeshInternals");
+HK_HOST_NAME(hcMeshInternals::intList, "hcMeshInternals::intList");
+HK_HOST_NAME(hcMeshInternals::meshList, "hcMeshInternals::meshList");
+HK_HOST_NAME(hcMeshInternals::landmarkList, "hcMeshInternals::landmarkList");
+HK_HOST_NAME(sgMesh, "sgMesh");
 HK_HOST_NAME(hcPy, "hcPy");
 HK_HOST_NAME(hcChannel::channelList, "hcChannel::channelList");
 HK_HOST_NAME(hcJointChannel, "hcJointChannel");
