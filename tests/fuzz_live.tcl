@@ -3,13 +3,17 @@
 # writing each call to a log before making it, so that a crash names the
 # call that caused it.  Run by fuzz_live.test in a child process:
 #   tclsh fuzz_live.tcl libhktcl.so logfile seed vectorsPerCommand
-# Prints "calls N commands M" at the end.
-lassign $argv lib logfile seed perCommand
+# Prints "calls N commands M" at the end.  The commands that destroy what
+# they are given run in further child processes, a share each, so that the
+# objects made for their calls never pile up in one process:
+#   tclsh fuzz_live.tcl libhktcl.so logfile seed vectorsPerCommand first last
+lassign $argv lib logfile seed perCommand first last
+set share [expr {$first ne ""}]
 set cube [file normalize [file join [file dirname [info script]] .. examples data cube.obj]]
 set before [info commands]
 load $lib
-set log [open $logfile w]
-expr {srand($seed)}
+set log [open $logfile [expr {$share ? "a" : "w"}]]
+expr {srand($share ? $seed + $first : $seed)}
 
 # ---------------------------------------------------------------------------
 # Live objects, made through the module's own commands.
@@ -82,7 +86,7 @@ proc make_pool {{class {}}} {
     return [list $pool $blocks]
 }
 
-lassign [make_pool] pool blocks
+if {!$share} {lassign [make_pool] pool blocks}
 
 set junk [list NULL {} "\{" "\}" {[} {$} 2147483647 -2147483648 -1 0 1 3 1e308 nan inf -inf \
     [string repeat x 400] "_0_[string repeat T 300]_p" _0_hcFigure_p _0_hList_pp {1 2} {1 2 3 4 5} 0.5]
@@ -153,20 +157,32 @@ proc call {c max pool blocks} {
 # that may free or destroy it, each call with a pool of its own, so that no
 # call follows a pointer an earlier call released.
 set calls 0
-foreach c $commands {
-    set max [expr {[most $c] + 2}]
-    for {set i 0} {$i < $perCommand} {incr i} {
-        call $c $max $pool $blocks
-        incr calls
+if {!$share} {
+    foreach c $commands {
+        set max [expr {[most $c] + 2}]
+        for {set i 0} {$i < $perCommand} {incr i} {
+            call $c $max $pool $blocks
+            incr calls
+        }
     }
-}
-foreach c $destroyers {
-    set max [expr {[most $c] + 2}]
-    for {set i 0} {$i < $perCommand} {incr i} {
+    close $log
+    # About 2000 fresh pools per child process.
+    set step [expr {max(1, 2000 / max(1, $perCommand))}]
+    for {set k 0} {$k < [llength $destroyers]} {incr k $step} {
+        set out [exec [info nameofexecutable] [info script] $lib $logfile $seed $perCommand $k \
+            [expr {min($k + $step, [llength $destroyers]) - 1}] 2>@1]
+        incr calls [lindex $out 1]
+    }
+    puts "calls $calls commands [expr {[llength $commands] + [llength $destroyers]}]"
+} else {
+    foreach c [lrange $destroyers $first $last] {
+        set max [expr {[most $c] + 2}]
         regexp {^(?:delete_)?([A-Za-z]+)} $c -> class
-        call $c $max {*}[make_pool $class]
-        incr calls
+        for {set i 0} {$i < $perCommand} {incr i} {
+            call $c $max {*}[make_pool $class]
+            incr calls
+        }
     }
+    close $log
+    puts "calls $calls"
 }
-close $log
-puts "calls $calls commands [expr {[llength $commands] + [llength $destroyers]}]"

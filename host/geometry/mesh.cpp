@@ -346,13 +346,17 @@ void hcMeshInternals::setRigInfo(int vertID, int influenceID, int boneIndex, flo
   compact(*v);
 }
 
+std::pair<hcMeshInternals::Vertex *, hcMeshInternals::Vertex *> hcMeshInternals::vertexPair(
+    hcMeshGeometry *m_target, int v_target, hcMeshGeometry *m_source, int v_source) {
+  if (!m_target || !m_source || !m_target->m_meshInternals || !m_source->m_meshInternals) return {};
+  return {m_source->m_meshInternals->vertex(v_source), m_target->m_meshInternals->vertex(v_target)};
+}
+
 void hcMeshInternals::copyRigInfo(hcMeshGeometry *m_target, int v_target, hcMeshGeometry *m_source,
                                   int v_source) {
   hccore::call("hcMeshInternals::copyRigInfo", static_cast<void *>(m_target), v_target,
                static_cast<void *>(m_source), v_source);
-  if (!m_target || !m_source || !m_target->m_meshInternals || !m_source->m_meshInternals) return;
-  Vertex *from = m_source->m_meshInternals->vertex(v_source);
-  Vertex *to = m_target->m_meshInternals->vertex(v_target);
+  auto [from, to] = vertexPair(m_target, v_target, m_source, v_source);
   if (from && to) *to = *from;
 }
 
@@ -360,9 +364,7 @@ void hcMeshInternals::copyWeightInfo(hcMeshGeometry *m_target, int v_target, hcM
                                      int v_source) {
   hccore::call("hcMeshInternals::copyWeightInfo", static_cast<void *>(m_target), v_target,
                static_cast<void *>(m_source), v_source);
-  if (!m_target || !m_source || !m_target->m_meshInternals || !m_source->m_meshInternals) return;
-  Vertex *from = m_source->m_meshInternals->vertex(v_source);
-  Vertex *to = m_target->m_meshInternals->vertex(v_target);
+  auto [from, to] = vertexPair(m_target, v_target, m_source, v_source);
   if (!from || !to) return;
   for (int k = 0; k < kInfluences; ++k) {
     to->in[k].bone = from->in[k].bone;

@@ -31,6 +31,7 @@
 
 #include <list>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "host/core.h"
@@ -267,6 +268,9 @@ class hcMeshInternals {
   };
   Vertex *vertex(int i);
   static void compact(Vertex &v);
+  // The source vertex and the target vertex of a copy (null when absent).
+  static std::pair<Vertex *, Vertex *> vertexPair(hcMeshGeometry *m_target, int v_target, hcMeshGeometry *m_source,
+                                                  int v_source);
 
   friend class hcMeshGeometry;
   hcMeshGeometry *mesh_;
