@@ -218,15 +218,11 @@ void hcConstraint::addToList() {
 
 hcConstraint *hcConstraint::resolve(hList *l) {
   OpRecord rec("hcConstraint::resolve", l);
-  hcConstraint *best = nullptr;
-  for (void *p : items<void>(l)) {
-    // Compared before use: the list may hold anything.
-    auto it = std::find(registry().begin(), registry().end(), p);
-    if (it == registry().end()) continue;
-    hcConstraint *c = *it;
-    if (c->active_ && (!best || c->priority_ > best->priority_)) best = c;
-  }
-  return best;
+  // The list's first element, when it is a constraint (the list may hold
+  // anything, so it is compared before use).
+  void *first = l ? l->getData() : nullptr;
+  auto it = std::find(registry().begin(), registry().end(), first);
+  return it == registry().end() ? nullptr : *it;
 }
 
 int hcConstraint::setName(const char *newName) {

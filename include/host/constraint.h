@@ -266,9 +266,7 @@ class hcConstraint : public hcObject {
   void setPriority(int p);
   int getPriority();
   hcConstrHistory *getHistory();
-  // The registered constraint of the list that the solver would run first:
-  // the active one of highest priority (the first of equals); null when
-  // none.  Entries that are not registered constraints are skipped.
+  // The list's first element when it is a constraint; null otherwise.
   static hcConstraint *resolve(hList *l);
   hcFigure *getEndEffectorFigure();
 
