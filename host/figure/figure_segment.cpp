@@ -305,18 +305,44 @@ void hcSegment::setNodeLocation(int node, hVector &vec) {
 int hcSegment::saveGeometryToFile(const char *fileName, int global) {
   OpRecord rec("hcSegment::saveGeometryToFile", fileName, global);
   if (emptyText(fileName)) return 0;
-  FILE *f = std::fopen(fileName, "w");
-  if (!f) return 0;
-  std::fprintf(f, "nodes %d\n", kNodes);
-  for (int n = 0; n < kNodes; ++n) {
-    hVector p = global ? nodeGlobal(n) : nodes_[n];
-    std::fprintf(f, "%.9g %.9g %.9g\n", p.v[0], p.v[1], p.v[2]);
+  // The materials go beside the OBJ file, in one named after it.
+  std::string objPath = fileName;
+  const auto slash = objPath.rfind('/');
+  const auto dot = objPath.rfind('.');
+  const std::string stem = dot != std::string::npos && (slash == std::string::npos || dot > slash)
+                               ? objPath.substr(0, dot) : objPath;
+  const std::string mtlPath = stem + ".mtl";
+  const std::string mtlName = mtlPath.substr(slash == std::string::npos ? 0 : slash + 1);
+  std::string obj, mtl;
+  if (auto *g = geometry_ && hcIsLiveObject(geometry_) ? geometry_ : nullptr) {
+    hMatrix frame;
+    if (global) {
+      figure_->updateFrames();
+      frame = global_;
+    }
+    g->writeObj(obj, mtl, mtlName, frame);
+  } else {
+    // Without a geometry the segment is its box.
+    obj = "mtllib " + mtlName + "\n";
+    char line[128];
+    for (int n = 0; n < kNodes; ++n) {
+      hVector p = global ? nodeGlobal(n) : nodes_[n];
+      std::snprintf(line, sizeof line, "v %.9g %.9g %.9g\n", p.v[0], p.v[1], p.v[2]);
+      obj += line;
+    }
+    for (const auto &face : kFaceNodes) {
+      std::snprintf(line, sizeof line, "f %d %d %d %d\n", face[0] + 1, face[1] + 1, face[2] + 1, face[3] + 1);
+      obj += line;
+    }
   }
-  std::fprintf(f, "faces %d\n", kFaces);
-  for (const auto &face : kFaceNodes)
-    std::fprintf(f, "%d %d %d %d\n", face[0], face[1], face[2], face[3]);
-  bool ok = !std::ferror(f);
-  return std::fclose(f) == 0 && ok ? 1 : 0;
+  auto write = [](const std::string &path, const std::string &text) {
+    FILE *f = std::fopen(path.c_str(), "w");
+    if (!f) return false;
+    std::fwrite(text.data(), 1, text.size(), f);
+    const bool ok = !std::ferror(f);
+    return std::fclose(f) == 0 && ok;
+  };
+  return write(objPath, obj) && write(mtlPath, mtl) ? 1 : 0;
 }
 
 int hcSegment::getMinDistance(hcSegment *toSegment, float *dist, float *dir,
@@ -608,17 +634,20 @@ int hcSegment::setMaterials(hcMaterial **newMaterials, int newNMaterials) {
 
 int hcSegment::setMaterial(hcMaterial *newMaterial) {
   OpRecord rec("hcSegment::setMaterial", newMaterial);
-  return 0;
+  hcGeometry *g = geometry_ && hcIsLiveObject(geometry_) ? geometry_ : nullptr;
+  return g && hcIsLiveObject(newMaterial) ? g->setFaceMaterial(-1, newMaterial) : 0;
 }
 
 int hcSegment::setFaceMaterial(int face, hcMaterial *material) {
   OpRecord rec("hcSegment::setFaceMaterial", face, material);
-  return 0;
+  hcGeometry *g = geometry_ && hcIsLiveObject(geometry_) ? geometry_ : nullptr;
+  return g && face >= 0 && hcIsLiveObject(material) ? g->setFaceMaterial(face, material) : 0;
 }
 
 int hcSegment::replaceMaterial(hcMaterial *replMat, hcMaterial *withMat) {
   OpRecord rec("hcSegment::replaceMaterial", replMat, withMat);
-  return 0;
+  hcGeometry *g = geometry_ && hcIsLiveObject(geometry_) ? geometry_ : nullptr;
+  return g && hcIsLiveObject(withMat) ? g->replaceMaterial(replMat, withMat) : 0;
 }
 
 sgSegment *hcSegment::getSG() {

@@ -208,45 +208,55 @@ struct GeometryFile {
                                                       : directoryOf(g.fileName_) + g.materialLibrary_;
       std::vector<std::string> lines;
       if (readLines(path.c_str(), lines)) {
-        hcMaterial *m = nullptr;
-        bool fresh = false, colour = false;
+        // A material's statements are applied once it is read whole: the
+        // colour first (Kc, else Kd), since it rescales ambient and diffuse.
+        struct Pending {
+          hcMaterial *m = nullptr;
+          bool has[5] = {};  // Ka Kd Kc Ks Tf
+          hVector v[5];
+          float d = -1, ns = -1;
+          std::string map;
+        } p;
+        auto apply = [&p]() {
+          if (!p.m) return;
+          if (p.has[2] || p.has[1]) p.m->setColor(p.v[p.has[2] ? 2 : 1]);
+          if (p.has[0]) p.m->setAmbient(p.v[0]);
+          if (p.has[1]) p.m->setDiffuse(p.v[1]);
+          if (p.has[3]) p.m->setSpecular(p.v[3]);
+          if (p.has[4]) p.m->setTransparent(p.v[4]);
+          if (p.d >= 0 && !p.has[4]) {
+            hVector t(1 - p.d, 1 - p.d, 1 - p.d);
+            p.m->setTransparent(t);
+          }
+          if (p.ns >= 0) p.m->setGlossiness(static_cast<int>(p.ns));
+          if (!p.map.empty()) p.m->setTexture(p.map.c_str(), "diffuse", 1);
+          p = Pending{};
+        };
+        static const char *const kTriples[5] = {"Ka", "Kd", "Kc", "Ks", "Tf"};
         for (const std::string &line : lines) {
           std::istringstream in(line);
           std::string key;
           if (!(in >> key)) continue;
           std::vector<std::string> w;
           for (std::string s; in >> s;) w.push_back(s);
+          if (key == "newmtl" && !w.empty()) {
+            apply();
+            // Known materials keep their values.
+            if (!hcMaterial::find(w[0].c_str())) p.m = hcMaterial::create(w[0].c_str());
+            continue;
+          }
+          if (!p.m) continue;
           hVector v;
           const bool triple = w.size() >= 3 && toFloat(w[0], v.v[0]) && toFloat(w[1], v.v[1]) &&
                               toFloat(w[2], v.v[2]);
-          if (key == "newmtl" && !w.empty()) {
-            m = hcMaterial::find(w[0].c_str());
-            fresh = !m;
-            colour = false;
-            if (fresh) m = hcMaterial::create(w[0].c_str());
-          } else if (!m || !fresh) {
-            continue;  // known materials keep their values
-          } else if (key == "Ka" && triple) {
-            m->setAmbient(v);
-          } else if (key == "Kd" && triple) {
-            m->setDiffuse(v);
-            if (!colour) m->setColor(v);
-          } else if (key == "Kc" && triple) {
-            m->setColor(v);
-            colour = true;
-          } else if (key == "Ks" && triple) {
-            m->setSpecular(v);
-          } else if (key == "Tf" && triple) {
-            m->setTransparent(v);
-          } else if (key == "d" && !w.empty() && toFloat(w[0], v.v[0])) {
-            hVector t(1 - v.v[0], 1 - v.v[0], 1 - v.v[0]);
-            m->setTransparent(t);
-          } else if (key == "Ns" && !w.empty() && toFloat(w[0], v.v[0])) {
-            m->setGlossiness(static_cast<int>(v.v[0]));
-          } else if (key == "map_Kd" && !w.empty()) {
-            m->setTexture(w.back().c_str(), "diffuse", 1);
-          }
+          for (int k = 0; k < 5; ++k)
+            if (key == kTriples[k] && triple) p.has[k] = true, p.v[k] = v;
+          float x;
+          if (key == "d" && !w.empty() && toFloat(w[0], x)) p.d = x;
+          if (key == "Ns" && !w.empty() && toFloat(w[0], x)) p.ns = x;
+          if (key == "map_Kd" && !w.empty()) p.map = w.back();
         }
+        apply();
       }
     }
     g.materials_.assign(g.materialNames_.size(), nullptr);
@@ -323,5 +333,87 @@ void hcMeshGeometry::writeToPsurf(const char *filename, int nodeOffset, float di
     std::fprintf(out.get(), "%zu", f->nodes.size());
     for (int n : f->nodes) std::fprintf(out.get(), " %ld", static_cast<long>(n) + nodeOffset);
     std::fprintf(out.get(), "\n");
+  }
+}
+
+// ---------------------------------------------------------------------------
+// Materials of faces; OBJ output.
+
+int hcGeometry::setFaceMaterial(int face, hcMaterial *material) {
+  if (!material || (face != -1 && !validFace(face))) return 0;
+  int slot = -1;
+  for (std::size_t i = 0; i < materials_.size(); ++i)
+    if (materials_[i] == material) slot = static_cast<int>(i);
+  if (slot < 0) {
+    slot = static_cast<int>(materials_.size());
+    materials_.push_back(material);
+    materialNames_.resize(materials_.size());
+    materialNames_.back() = material->getName() ? material->getName() : "";
+  }
+  for (std::size_t f = 0; f < faces_.size(); ++f)
+    if (face == -1 || static_cast<int>(f) == face) faces_[f].material = slot;
+  return 1;
+}
+
+int hcGeometry::replaceMaterial(hcMaterial *replaced, hcMaterial *with) {
+  if (!replaced || !with) return 0;
+  int changed = 0;
+  for (std::size_t i = 0; i < materials_.size(); ++i)
+    if (materials_[i] == replaced) {
+      materials_[i] = with;
+      for (const Face &f : faces_) changed += f.material == static_cast<int>(i);
+    }
+  return changed;
+}
+
+bool hcGeometry::usesMaterial(const hcMaterial *material) {
+  for (const Face &f : faces_)
+    if (f.material >= 0 && f.material < static_cast<int>(materials_.size()) && materials_[f.material] == material)
+      return true;
+  return false;
+}
+
+void hcGeometry::writeObj(std::string &obj, std::string &mtl, const std::string &mtlName, const hMatrix &frame) {
+  char line[160];
+  obj = "mtllib " + mtlName + "\n";
+  hccore::Quiet quiet;
+  for (const Node &n : nodes_) {
+    hVector p = n.coords;
+    p.xform(frame);
+    std::snprintf(line, sizeof line, "v %.9g %.9g %.9g\n", p.v[0], p.v[1], p.v[2]);
+    obj += line;
+  }
+  int current = -2;
+  for (const Face &f : faces_) {
+    if (f.nodes.empty()) continue;
+    if (f.material != current) {
+      current = f.material;
+      hcMaterial *m = current >= 0 && current < static_cast<int>(materials_.size()) ? materials_[current] : nullptr;
+      if (m && hcIsLiveObject(m) && m->getName() && *m->getName()) obj += std::string("usemtl ") + m->getName() + "\n";
+    }
+    obj += "f";
+    for (int n : f.nodes) obj += " " + std::to_string(n + 1);
+    obj += "\n";
+  }
+  mtl.clear();
+  for (hcMaterial *m : materials_) {
+    if (!m || !hcIsLiveObject(m) || !m->getName() || !*m->getName()) continue;
+    hVector a, d, sp, t;
+    m->getAmbient(a);
+    m->getDiffuse(d);
+    m->getSpecular(sp);
+    m->getTransparent(t);
+    hVector c;
+    m->getColor(c);
+    std::snprintf(line, sizeof line, "newmtl %s\n", m->getName());
+    mtl += line;
+    std::snprintf(line, sizeof line, "Kc %.6g %.6g %.6g\nKa %.6g %.6g %.6g\n", c.v[0], c.v[1], c.v[2], a.v[0],
+                  a.v[1], a.v[2]);
+    mtl += line;
+    std::snprintf(line, sizeof line, "Kd %.6g %.6g %.6g\nKs %.6g %.6g %.6g\n", d.v[0], d.v[1], d.v[2], sp.v[0],
+                  sp.v[1], sp.v[2]);
+    mtl += line;
+    std::snprintf(line, sizeof line, "Tf %.6g %.6g %.6g\nNs %d\n", t.v[0], t.v[1], t.v[2], m->getGlossiness());
+    mtl += line;
   }
 }

@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "host/geometry.h"
 #include "host/material.h"
 #include "geometry/material_watch.h"
 #include "figure/figure_detail.h"
@@ -301,7 +302,15 @@ int hcMaterial::isOwner(hcObject *o) {
 
 int hcMaterial::isUsedBy(hcFigure *f) {
   OpRecord rec("hcMaterial::isUsedBy", f);
-  return f && figureOf(getOwner()) == f ? 1 : 0;
+  if (!f) return 0;
+  if (figureOf(getOwner()) == f) return 1;
+  // Or a face of one of its segments' geometries.
+  hccore::Quiet quiet;
+  for (hList *n = hList::iterator(f->getSegments(), nullptr); n; n = hList::iterator(f->getSegments(), n)) {
+    hcGeometry *g = static_cast<hcSegment *>(n->getData())->getGeometry();
+    if (g && hcIsLiveObject(g) && g->usesMaterial(this)) return 1;
+  }
+  return 0;
 }
 
 int hcMaterial::makeLocal(hcObject *o) {

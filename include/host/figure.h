@@ -341,8 +341,9 @@ class hcSegment : public hcNode {
   // Index of the node nearest to a global point.
   virtual int getClosestNode(hVector &vector);
   virtual int getNodeGlobal(int node, hMatrix &matrix);
-  // Text file: "nodes 8", one "x y z" line per node, "faces 6", one line of
-  // four node indexes per face.
+  // Writes the geometry (without one, the segment's box) as an OBJ file,
+  // in world coordinates with global, and its materials in an MTL file
+  // beside it named after it (fileName with its extension replaced).
   virtual int saveGeometryToFile(const char *fileName, int global = 1);
   // The segment takes the geometry (and owns it from then on); null takes
   // the present one off (answering 0).  A mesh's rigid segment is this one.

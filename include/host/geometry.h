@@ -108,6 +108,16 @@ class hcGeometry : public hcObject {
   virtual int reverseFace(int f);
   virtual int saveToArchive(const char *saveID, const char *archiveID, int flags = 0);  // 0: no archives
 
+  // Materials of faces (used by the segment's material operations): the
+  // material joins the geometry's list when new.  setFaceMaterial answers
+  // 1, or 0 for a bad face or a null material; face -1 sets every face.
+  int setFaceMaterial(int face, hcMaterial *material);
+  int replaceMaterial(hcMaterial *replaced, hcMaterial *with);  // faces changed
+  bool usesMaterial(const hcMaterial *material);
+  // Writes the geometry as OBJ text into obj and its materials as MTL into
+  // mtl (named mtlName in the OBJ), nodes moved by frame.
+  void writeObj(std::string &obj, std::string &mtl, const std::string &mtlName, const hMatrix &frame);
+
   // A figure newName with one segment newName bearing the geometry read.
   static hcFigure *readFromFile(const char *fileName, const char *newName);
   static hcGeometry *read(const char *fileName, hVector *scale = nullptr);
