@@ -1,9 +1,11 @@
 // Host library: display glyphs.
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <cstdio>
 #include <cstring>
 
+#include "host/geometry.h"
 #include "host/glyph.h"
 #include "geometry/material_watch.h"
 #include "figure/figure_detail.h"
@@ -114,7 +116,11 @@ bool coneParams(float angle, float length) { return angle > 0.0f && angle < 180.
 hcViewConeGlyph::hcViewConeGlyph(hcHuman *h, int eye, hcSite *site, float length, float angle)
     : hcGlyph("viewCone", site, nameOf(site)), human_(h), eye_(eye), length_(length), angle_(angle) {}
 
-hcViewConeGlyph::~hcViewConeGlyph() { hccore::destroying(this, "hcViewConeGlyph::~hcViewConeGlyph"); }
+hcViewConeGlyph::~hcViewConeGlyph() {
+  hccore::destroying(this, "hcViewConeGlyph::~hcViewConeGlyph");
+  hccore::Quiet quiet;
+  delete cone_;
+}
 
 hcType *hcViewConeGlyph::getClassType() {
   hccore::call("hcViewConeGlyph::getClassType");
@@ -169,7 +175,26 @@ void hcViewConeGlyph::getScale(hVector &scale) {
 
 hcGeometry *hcViewConeGlyph::getGeometry() {
   OpRecord rec("hcViewConeGlyph::getGeometry");
-  return nullptr;  // the cone's geometry object is not modelled
+  if (cone_) return cone_;
+  hccore::Quiet quiet;
+  constexpr int kSides = 8;
+  auto *cone = new hcMeshGeometry(kSides + 1, 0, 0, nullptr);
+  for (int k = 0; k < kSides; ++k) {
+    const double a = 2 * M_PI * k / kSides;
+    hVector p(float(0.5 * std::cos(a)), float(0.5 * std::sin(a)), 1.0f);
+    cone->setNodeLocation(k + 1, p);
+  }
+  auto face = [cone](std::initializer_list<int> nodes) {
+    hList *list = nullptr;
+    for (int n : nodes) hList::append(&list, reinterpret_cast<void *>(static_cast<std::intptr_t>(n)));
+    cone->createFace(list);
+    hList::destroy(&list, nullptr);
+  };
+  for (int k = 0; k < kSides; ++k) face({0, 1 + (k + 1) % kSides, 1 + k});  // sides, wound outwards
+  face({1, 2, 3, 4, 5, 6, 7, 8});                                            // the base
+  cone->setName("viewcone");
+  cone_ = cone;
+  return cone_;
 }
 
 int hcViewConeGlyph::getDisplay() {

@@ -100,6 +100,9 @@ class hcViewConeGlyph : public hcGlyph {
   hcHuman *getHuman();
   hcSite *getEyeSite();
   void getScale(hVector &scale);
+  // The cone, closed by its base, in unit space: apex at the origin, base
+  // of diameter 1 at z = 1 (box [-0.5, 0.5] in x and y); getScale gives its
+  // size.  Owned by the glyph.
   hcGeometry *getGeometry();
   int getDisplay() override;
   int setDisplay(int on) override;
@@ -118,6 +121,7 @@ class hcViewConeGlyph : public hcGlyph {
   int eye_;
   float length_;
   float angle_;
+  hcGeometry *cone_ = nullptr;
 };
 
 // ---------------------------------------------------------------------------
