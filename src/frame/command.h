@@ -400,6 +400,13 @@ template <Text Name, Text Tail, auto F, auto... Defaults>
 constexpr Row fn{Signature<decltype(F)>::member ? RowKind::Method : RowKind::Static, Name.value,
                  &Command<Name, Tail, F, Defaults...>::Proc, nullptr};
 
+// A command registered again under another name with the original's
+// wrapper, so that its messages name the original:
+//   again<"hcMeshGeometry_read", "hcGeometry_read", "fileName ?scale? ", &hcGeometry::read, nullptr>
+template <Text Name, Text Original, Text Tail, auto F, auto... Defaults>
+constexpr Row again{Signature<decltype(F)>::member ? RowKind::Method : RowKind::Static, Name.value,
+                    &Command<Original, Tail, F, Defaults...>::Proc, nullptr};
+
 // A free function standing in for a method: its first parameter (a reference)
 // is the object.
 template <Text Name, Text Tail, auto F, auto... Defaults>

@@ -95,8 +95,8 @@ const Row kMeshRows[] = {
     method<"hcMeshGeometry_getEdgeTail", "{ hcMeshGeometry * } edge ", on<M, &G::getEdgeTail>>,
     method<"hcMeshGeometry_getEdgeLeft", "{ hcMeshGeometry * } edge ", on<M, &G::getEdgeLeft>>,
     method<"hcMeshGeometry_getEdgeRight", "{ hcMeshGeometry * } edge ", on<M, &G::getEdgeRight>>,
-    fn<"hcMeshGeometry_readFromFile", "fileName newName ", &G::readFromFile>,
-    fn<"hcMeshGeometry_read", "fileName ?scale? ", &G::read, nullptr>,
+    again<"hcMeshGeometry_readFromFile", "hcGeometry_readFromFile", "fileName newName ", &G::readFromFile>,
+    again<"hcMeshGeometry_read", "hcGeometry_read", "fileName ?scale? ", &G::read, nullptr>,
 };
 
 // The method list names bbox twice: the mesh's own box and the interface's
