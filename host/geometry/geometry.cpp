@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <cfloat>
 #include <cmath>
+#include <cstdio>
 #include <cstdint>
 #include <map>
 
@@ -343,4 +344,33 @@ float hcgeometry_detail::faceArea(const std::vector<hVector> &pts) {
     az += double(a.v[0]) * b.v[1] - double(a.v[1]) * b.v[0];
   }
   return static_cast<float>(std::sqrt(ax * ax + ay * ay + az * az) / 2);
+}
+
+std::string hcgeometry_detail::psurfText(const std::vector<hVector> &points, const std::vector<std::vector<int>> &faces,
+                                         int nodeOffset, float discardTolerance, bool split) {
+  std::vector<std::vector<int>> kept;
+  for (const auto &f : faces) {
+    std::vector<hVector> pts;
+    for (int n : f)
+      if (n >= 0 && static_cast<std::size_t>(n) < points.size()) pts.push_back(points[static_cast<std::size_t>(n)]);
+    if (pts.size() != f.size() || !(faceArea(pts) > discardTolerance)) continue;
+    if (split && f.size() > 3) {
+      for (std::size_t k = 1; k + 1 < f.size(); ++k) kept.push_back({f[0], f[k], f[k + 1]});
+    } else {
+      kept.push_back(f);
+    }
+  }
+  char line[128];
+  std::snprintf(line, sizeof line, "psurf %zu %zu %d\n", points.size(), kept.size(), nodeOffset);
+  std::string text = line;
+  for (const hVector &p : points) {
+    std::snprintf(line, sizeof line, "%.9g %.9g %.9g\n", p.v[0], p.v[1], p.v[2]);
+    text += line;
+  }
+  for (const auto &f : kept) {
+    text += std::to_string(f.size());
+    for (int n : f) text += " " + std::to_string(static_cast<long>(n) + nodeOffset);
+    text += "\n";
+  }
+  return text;
 }

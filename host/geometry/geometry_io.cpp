@@ -319,21 +319,14 @@ hcFigure *hcGeometry::readFromFile(const char *fileName, const char *newName) {
 void hcMeshGeometry::writeToPsurf(const char *filename, int nodeOffset, float discardTolerance) {
   OpRecord rec("hcMeshGeometry::writeToPsurf", filename, nodeOffset, discardTolerance);
   if (!filename || !*filename) return;
-  std::vector<const Face *> kept;
-  for (const Face &f : faces_) {
-    std::vector<hVector> pts;
-    for (int n : f.nodes) pts.push_back(nodes_[n].coords);
-    if (hcgeometry_detail::faceArea(pts) > discardTolerance) kept.push_back(&f);
-  }
+  std::vector<hVector> points;
+  for (const Node &n : nodes_) points.push_back(n.coords);
+  std::vector<std::vector<int>> faces;
+  for (const Face &f : faces_) faces.push_back(f.nodes);
   std::unique_ptr<std::FILE, Closer> out(std::fopen(filename, "w"));
   if (!out) return;
-  std::fprintf(out.get(), "psurf %zu %zu %d\n", nodes_.size(), kept.size(), nodeOffset);
-  for (const Node &n : nodes_) std::fprintf(out.get(), "%.9g %.9g %.9g\n", n.coords.v[0], n.coords.v[1], n.coords.v[2]);
-  for (const Face *f : kept) {
-    std::fprintf(out.get(), "%zu", f->nodes.size());
-    for (int n : f->nodes) std::fprintf(out.get(), " %ld", static_cast<long>(n) + nodeOffset);
-    std::fprintf(out.get(), "\n");
-  }
+  const std::string text = hcgeometry_detail::psurfText(points, faces, nodeOffset, discardTolerance, false);
+  std::fwrite(text.data(), 1, text.size(), out.get());
 }
 
 // ---------------------------------------------------------------------------

@@ -5,6 +5,8 @@
 #include "host/figure.h"
 #include "host/geometry.h"
 #include "host/material.h"
+#include "host/posture.h"
+#include "host/skin.h"
 #include "figure/figure_detail.h"
 
 using namespace hcfigure_detail;
@@ -67,9 +69,40 @@ void hcMeshGeometry::getInitialState(hMatrix &m) {
   m = initial_;
 }
 
+bool hcMeshGeometry::blend(int index, hVector *coords, hVector *normals) {
+  const hcMeshInternals::Vertex *v = m_meshInternals && !bones_.empty() ? m_meshInternals->vertex(index) : nullptr;
+  if (!v || v->count == 0) return false;
+  hVector p(0, 0, 0), n(0, 0, 0);
+  float total = 0;
+  for (int k = 0; k < v->count; ++k) {
+    const auto &in = v->in[k];
+    if (in.bone < 0 || in.bone >= static_cast<int>(bones_.size())) continue;
+    hMatrix now = in.frame;  // a bone that cannot answer leaves the vertex at rest
+    bones_[static_cast<std::size_t>(in.bone)]->getGlobal(now);
+    const hMatrix move = mul(now, inverse(in.frame));
+    const hVector q = apply(now, in.offset), r = rotate(move, v->restNormal);
+    for (int i = 0; i < 3; ++i) {
+      p.v[i] += in.weight * q.v[i];
+      n.v[i] += in.weight * r.v[i];
+    }
+    total += in.weight;
+  }
+  if (!(total > 0)) return false;
+  const float len = std::sqrt(n.v[0] * n.v[0] + n.v[1] * n.v[1] + n.v[2] * n.v[2]);
+  for (int i = 0; i < 3; ++i) {
+    p.v[i] /= total;
+    if (len > 0) n.v[i] /= len;
+  }
+  if (coords) *coords = p;
+  if (normals) *normals = n;
+  return true;
+}
+
 void hcMeshGeometry::getDeformedNodeCoords(int index, hVector *coords, hVector *normals) {
   OpRecord rec("hcMeshGeometry::getDeformedNodeCoords", index, coords, normals);
   if (!validNode(index)) return;
+  hccore::Quiet blendQuiet;
+  if (blend(index, coords, normals)) return;
   const hMatrix frame = frameOf(getRigidSegment());
   hccore::Quiet quiet;
   if (coords) {
@@ -240,11 +273,12 @@ void hcMeshInternals::getSharedVertices(int neighborID, intList &thisMesh, intLi
   hccore::Quiet quiet;
   hcMeshGeometry *other = getNeighbor(neighborID);
   if (!other || !mesh_ || !hcIsLiveObject(mesh_)) return;
+  const float eps = hcSmoothSkin::s_seamVertexEpsilon;
   for (std::size_t a = 0; a < mesh_->nodes_.size(); ++a)
     for (std::size_t b = 0; b < other->nodes_.size(); ++b) {
       const hVector &p = mesh_->nodes_[a].coords, &q = other->nodes_[b].coords;
-      if (std::fabs(p.v[0] - q.v[0]) < 1e-5f && std::fabs(p.v[1] - q.v[1]) < 1e-5f &&
-          std::fabs(p.v[2] - q.v[2]) < 1e-5f) {
+      if (std::fabs(p.v[0] - q.v[0]) <= eps && std::fabs(p.v[1] - q.v[1]) <= eps &&
+          std::fabs(p.v[2] - q.v[2]) <= eps) {
         thisMesh.push_back(static_cast<int>(a));
         neighborMesh.push_back(static_cast<int>(b));
         break;

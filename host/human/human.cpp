@@ -6,6 +6,7 @@
 #include "host/human.h"
 
 #include "host/anthro.h"
+#include "host/skin.h"
 #include "figure/figure_detail.h"
 #include "human/human_body.h"
 
@@ -65,6 +66,7 @@ hcHuman::hcHuman(hcFigure *figure, bool ownsFigure) : figure_(figure), ownsFigur
 hcHuman::~hcHuman() {
   hccore::Quiet quiet;
   std::erase(liveHumans(), this);
+  delete skin_;
   delete scaler_;
   hcFigure *fig = figure();
   delete watch_;  // clears watch_
@@ -355,10 +357,12 @@ int hcHuman::computeWeightDistribFID() {
 
 int hcHuman::buildSmoothSkin() {
   OpRecord rec("hcHuman::buildSmoothSkin");
-  return 0;  // smooth skins are not built
+  delete skin_;
+  skin_ = hcSmoothSkinImpl::build(this);
+  return skin_ ? 1 : 0;
 }
 
 hcSmoothSkin *hcHuman::getSmoothSkin() {
   OpRecord rec("hcHuman::getSmoothSkin");
-  return nullptr;
+  return skin_;
 }

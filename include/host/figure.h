@@ -265,7 +265,7 @@ class hcFigure : public hcNode {
 // ---------------------------------------------------------------------------
 class hcSegment : public hcNode {
  public:
-  enum segDisplayType {
+  enum segDisplayType : int {
     ON = 0, NODES, FACES, EDGES, MODE, HIGHLIGHT, FACE_ENUM, NODE_ENUM,
     FACE_NORMS, PROJS, CURVES, PATCHES, NODL
   };

@@ -173,7 +173,11 @@ class hcMeshGeometry : public hcGeometry {
   hcSegment *getRigidSegment();
   // The global frame of the rigid segment when the mesh was set on it.
   void getInitialState(hMatrix &m);
-  // Node index's global coordinates and normal (through the rigid segment).
+  // Node index's global coordinates and normal: for a vertex rigged to the
+  // bones recorded by constructExtInfo, the weighted blend of its
+  // influences, each carrying the rest coordinates from the frame its bone
+  // had when rigged into the bone's frame now; otherwise through the rigid
+  // segment.
   void getDeformedNodeCoords(int index, hVector *coords, hVector *normals);
   // Node 0's, as getDeformedNodeCoords: a script holds single vectors.
   void getDeformedCoords(hVector *coords, hVector *normals);
@@ -206,6 +210,7 @@ class hcMeshGeometry : public hcGeometry {
  private:
   friend class hcMeshInternals;
   friend class hcGeometry;
+  bool blend(int index, hVector *coords, hVector *normals);
   hcFigure *figure_ = nullptr;
   hcSegment *segment_ = nullptr;
   hMatrix initial_;
@@ -234,7 +239,8 @@ class hcMeshInternals {
   int getNNeighbors();
   hcMeshGeometry *getNeighbor(int i);
   // The vertices of this mesh and of neighbour neighborID that lie at the
-  // same place (within 1e-5), appended pairwise to the two lists.
+  // same place (within hcSmoothSkin::s_seamVertexEpsilon, 1e-5 unless
+  // set), appended pairwise to the two lists.
   void getSharedVertices(int neighborID, intList &thisMesh, intList &neighborMesh);
   // Moves every shared vertex of the neighbours onto this mesh's.
   void synchroniseBoundaries();

@@ -50,6 +50,7 @@
 // Classes of other families that the human hands out or takes.
 class hcAnthroScale;
 class hcSmoothSkin;
+class hcSmoothSkinImpl;
 
 class hcHuman {
  public:
@@ -262,8 +263,10 @@ class hcHuman {
   virtual int createWholeBodyForceTreeFID();
   virtual int computeWeightDistribFID();
   virtual int setSupport(int type);  // a supportType
+  // Builds the skin of the figure (replacing the one built before): 1, or
+  // 0 (none) when the figure has no segments.  The human owns its skin.
   virtual int buildSmoothSkin();
-  virtual hcSmoothSkin *getSmoothSkin();
+  virtual hcSmoothSkin *getSmoothSkin();  // null until built
   virtual float queryPosture(int type, int side = noSide,
                              int offsetType = offsetGlobal);
 
@@ -312,6 +315,7 @@ class hcHuman {
 
   hcFigure *figure_ = nullptr;
   bool ownsFigure_ = false;
+  hcSmoothSkinImpl *skin_ = nullptr;
   FigureWatch *watch_ = nullptr;
   hcAnthroScale *scaler_ = nullptr;
   Arm arm_[2];

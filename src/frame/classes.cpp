@@ -71,6 +71,7 @@ std::span<ClassDef *const> ClassBlocks() {
       &hcDisplayFlags_class,
       &hcMeshGeometry_class,
       &hcMeshInternals_class,
+      &hcSmoothSkin_class,
   };
   return blocks;
 }

@@ -48,6 +48,7 @@ extern hk::ClassDef hcDisplayFlags_class;
 extern hk::ClassDef hcGeometry_class;
 extern hk::ClassDef hcMeshGeometry_class;
 extern hk::ClassDef hcMeshInternals_class;
+extern hk::ClassDef hcSmoothSkin_class;
 extern hk::ClassDef hcAnthroScale_class;
 extern hk::ClassDef hcPosture_class;
 extern hk::ClassDef hcPy_class;

@@ -20,6 +20,7 @@
 #include "host/kit.h"
 #include "host/anthro.h"
 #include "host/posture.h"
+#include "host/skin.h"
 #include "host/pybridge.h"
 #include "host/motion.h"
 #include "host/timeline.h"
@@ -123,6 +124,9 @@ HK_HOST_NAME(InvDynamics, "InvDynamics");
 HK_HOST_NAME(hcHuman::gender, "hcHuman::gender");
 HK_HOST_NAME(hcAnthroScale, "hcAnthroScale");
 HK_HOST_NAME(hcSmoothSkin, "hcSmoothSkin");
+HK_HOST_NAME(hcBodySection, "hcBodySection");
+HK_HOST_NAME(hcPsurf, "hcPsurf");
+HK_HOST_NAME(std::list<int>, "std_ListInt");
 HK_HOST_NAME(hcPosture, "hcPosture");
 HK_HOST_NAME(hcGeometry, "hcGeometry");
 HK_HOST_NAME(hcDisplayFlags, "hcDisplayFlags");
