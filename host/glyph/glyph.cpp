@@ -169,8 +169,8 @@ hcSite *hcViewConeGlyph::getEyeSite() {
 
 void hcViewConeGlyph::getScale(hVector &scale) {
   OpRecord rec("hcViewConeGlyph::getScale", addr(&scale));
-  const float radius = length_ * std::tan(angle_ * kPi / 360.0f);
-  scale = hVector(radius, radius, length_);
+  const float diameter = 2 * length_ * std::tan(angle_ * kPi / 360.0f);
+  scale = hVector(diameter, diameter, length_);
 }
 
 hcGeometry *hcViewConeGlyph::getGeometry() {

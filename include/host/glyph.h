@@ -16,8 +16,9 @@
 //
 // Geometry.  The view cone's apex is its eye site's global position; its
 // base lies length units away along the site's z axis, with the radius
-// length * tan(angle / 2) (angle in degrees).  getScale answers (radius,
-// radius, length).  Cones accept angles strictly between 0 and 180 and
+// length * tan(angle / 2) (angle in degrees).  getScale answers the
+// factors that size the unit cone of getGeometry: (2 * radius, 2 * radius,
+// length).  Cones accept angles strictly between 0 and 180 and
 // positive lengths.  The ghost's createGhost records the global frame of
 // every segment of the figure as it stands.  The descriptions written by
 // tessprint show these.
