@@ -15,6 +15,7 @@
 #include <new>
 #include <string>
 #include <type_traits>
+#include <unordered_set>
 #include <vector>
 
 #include "frame/blocks.h"
@@ -139,12 +140,27 @@ int CheckElement(Tcl_Interp *interp, const char *cmd, const void *addr, long ind
   return OutsideBlock(interp, cmd, index, *block);
 }
 
-// A C-allocator copy of text, released with free.
+// Texts this library put into char * cells.  A cell may also hold a pointer
+// the host wrote there (a text of its own, or a place inside a text it was
+// given): only the library's own texts are ever released.
+std::unordered_set<const void *> &OwnedTexts() {
+  static std::unordered_set<const void *> texts;
+  return texts;
+}
+
+// A C-allocator copy of text, released with ReleaseText.
 char *MallocCopy(const char *text) {
   std::size_t n = std::strlen(text) + 1;
   auto *copy = static_cast<char *>(std::malloc(n));
-  if (copy) std::memcpy(copy, text, n);
+  if (copy) {
+    std::memcpy(copy, text, n);
+    OwnedTexts().insert(copy);
+  }
   return copy;
+}
+
+void ReleaseText(char *text) {
+  if (text && OwnedTexts().erase(text)) std::free(text);
 }
 
 bool Is(const char *type, const char *name) { return type && std::strcmp(type, name) == 0; }
@@ -256,7 +272,7 @@ int PtrSet(ClientData, Tcl_Interp *interp, int argc, const char *argv[]) {
     std::strcpy(static_cast<char *>(addr) + index, value);
   } else if (Is(type, "char *")) {
     char *&slot = static_cast<char **>(addr)[index];
-    std::free(slot);
+    ReleaseText(slot);
     slot = std::strcmp(value, "NULL") == 0 ? nullptr : MallocCopy(value);
   } else {
     return Fail(interp, "Unable to set unsupported datatype.");
@@ -333,7 +349,7 @@ int PtrFree(ClientData, Tcl_Interp *interp, int argc, const char *argv[]) {
     ForgetBlock(addr);
   }
   if (addr && Checks(argv[1], "_char_pp"))
-    for (char **slot = static_cast<char **>(addr); *slot; ++slot) std::free(*slot);
+    for (char **slot = static_cast<char **>(addr); *slot; ++slot) ReleaseText(*slot);
   std::free(addr);
   return TCL_OK;
 }
@@ -479,7 +495,7 @@ int ArrayDestroy(ClientData, Tcl_Interp *interp, int argc, const char *argv[]) {
     ForgetBlock(array);
   }
   if constexpr (kOwnsText<K>)
-    for (char **slot = array; *slot; ++slot) delete[] *slot;
+    for (char **slot = array; *slot; ++slot) ReleaseText(*slot);
   delete[] array;
   return TCL_OK;
 }
@@ -505,13 +521,8 @@ int ArraySet(ClientData, Tcl_Interp *interp, int argc, const char *argv[]) {
   auto &slot = array[index];
   const char *value = argv[3];
   if constexpr (kOwnsText<K>) {
-    delete[] slot;
-    slot = nullptr;
-    if (*value) {
-      std::size_t n = std::strlen(value) + 1;
-      slot = new char[n];
-      std::memcpy(slot, value, n);
-    }
+    ReleaseText(slot);
+    slot = *value ? MallocCopy(value) : nullptr;
   } else if constexpr (std::is_integral_v<typename K::Element>) {
     slot = static_cast<typename K::Element>(WordToLong(value));
   } else {
