@@ -143,6 +143,28 @@ cup setTranslation [cupAt cget -this]
 set status [hcHuman_moveArm $h $hcHuman_leftSide $hcHuman_armShoulder $hcHuman_armPalm NULL [cup cget -this]]
 puts "reaching for a cup at [cupAt getList]: status $status, left hand at [where $hand]"
 hcHuman_shapeHand $h $hcHuman_leftSide fist 100
+
+section "Its smooth skin"
+# One mesh per segment, rigged to the segment bones and the arm twist bones;
+# the skin's box follows the pose.
+hcHuman_buildSmoothSkin $h
+hcSmoothSkin skin -this [hcHuman_getSmoothSkin $h]
+proc skinBox {} {
+    hVector lo
+    hVector hi
+    skin getBoundingBox [lo cget -this] [hi cget -this]
+    set text "from [lmap x [lo getList] {format %.3f $x}] to [lmap x [hi getList] {format %.3f $x}]"
+    rename lo {}
+    rename hi {}
+    return $text
+}
+puts "[skin getNumMeshes] meshes, [skin getNumLandmarks] landmarks, [skin getNumBodySections] body sections"
+puts "box with the left arm reaching: [skinBox]"
+hcFigure_reset $adult
+puts "box standing: [skinBox]"
+set forearm [skin getMeshGeometryByName leftForearm]
+puts "leftForearm: [hcMeshGeometry_getNumNodes $forearm] vertices, seams with [hcMeshInternals_getNNeighbors [hcMeshGeometry_getMeshInternals $forearm]] neighbours"
+rename skin {}
 hcHuman_destroy $h
 hcFigure_destroy $adult
 rename cup {}; rename cupAt {}

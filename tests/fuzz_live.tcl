@@ -45,8 +45,9 @@ proc make_pool {{class {}}} {
     if {$class eq "" || [regexp {Human|Anthro|Posture|Twist|Bone|Skin|Landmark} $class]} {
         set hf [hcFigure_createInMemory hz]
         set h [hcHuman_initHuman $hf]
+        hcHuman_buildSmoothSkin $h
         lappend pool {*}[pointers $hf $h [hcHuman_initAnthroscale $h] [hcHuman_getLandmarkSite $h 4] \
-            [hcHuman_getLandmarkJoint $h 0]]
+            [hcHuman_getLandmarkJoint $h 0] [hcHuman_getSmoothSkin $h]]
     }
     set c [hcConstraint_create cz]
     hcConstraint_setEndEffectorSite $c $tip
@@ -98,6 +99,7 @@ set junk [list NULL {} "\{" "\}" {[} {$} 2147483647 -2147483648 -1 0 1 3 1e308 n
 # other objects hold, would leave the shared pool with stale pointers.
 set destroying {delete_* *_destroy* *Destroy* ptrfree hList_destroy *_del[A-Z]* *_delete* *editRemove*
     *_clear *_remove* *Remove* *_free* *_unbind* *_edit* hcFigure_add* hcSegment_add* hcHuman_destroyAnthroscale *_initHuman *_init
+    *_buildSmoothSkin
     hcKit_setMsgHandler hcSim_bindCallback hcObserver_setSubject hcRefObject_set_detach_behavior
     hcFigure_setRoot* hcFigure_reset hcObject_setScriptObject}
 # The pointer library reads, writes and frees wherever it is pointed: only
