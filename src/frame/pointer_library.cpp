@@ -144,8 +144,9 @@ int CheckElement(Tcl_Interp *interp, const char *cmd, const void *addr, long ind
 // the host wrote there (a text of its own, or a place inside a text it was
 // given): only the library's own texts are ever released.
 std::unordered_set<const void *> &OwnedTexts() {
-  static std::unordered_set<const void *> texts;
-  return texts;
+  // Never destroyed: texts may be released while the process exits.
+  static auto *texts = new std::unordered_set<const void *>;
+  return *texts;
 }
 
 // A C-allocator copy of text, released with ReleaseText.
