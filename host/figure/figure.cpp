@@ -1,4 +1,5 @@
 // hcFigure: registries, naming, frames and the figure-level queries.
+#include <algorithm>
 #include <cfloat>
 #include <cmath>
 #include <cstring>
@@ -7,6 +8,7 @@
 #include "host/constraint.h"
 #include "host/figure.h"
 #include "host/material.h"
+#include "host/posture.h"
 #include "figure/figure_detail.h"
 #include "human/human_body.h"
 
@@ -667,12 +669,15 @@ sgFigure *hcFigure::getSG() {
 
 hList *hcFigure::getPostures() {
   OpRecord rec("hcFigure::getPostures");
-  return nullptr;
+  const std::vector<hcPosture *> mine = hcPosture::of(this);
+  return handedPostures_.answer(std::vector<void *>(mine.begin(), mine.end()));
 }
 
 hcFigure::postureList *hcFigure::getPostureList() {
   OpRecord rec("hcFigure::getPostureList");
-  return &postures_;  // always empty: postures are not modelled
+  const std::vector<hcPosture *> mine = hcPosture::of(this);
+  postures_.assign(mine.begin(), mine.end());
+  return &postures_;
 }
 
 hcFigure::materialList *hcFigure::getMaterialList() {
@@ -690,7 +695,8 @@ int hcFigure::updateMaterials(int numMaterials) {
 
 int hcFigure::pose(hcPosture *posture) {
   OpRecord rec("hcFigure::pose", posture);
-  return 0;
+  const std::vector<hcPosture *> mine = hcPosture::of(this);
+  return std::find(mine.begin(), mine.end(), posture) != mine.end() ? posture->apply() : 0;
 }
 
 int hcFigure::getScale(hVector &vec) {

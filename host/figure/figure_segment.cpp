@@ -1,8 +1,10 @@
 // hcSegment: frames, box geometry, mass properties and display flags.
+#include <algorithm>
 #include <cfloat>
 #include <cmath>
 #include <cstdio>
 #include <cstring>
+#include <vector>
 
 #include "host/figure.h"
 #include "host/geometry.h"
@@ -629,7 +631,15 @@ hcSegPhys *hcSegment::newSegPhys() {
 
 int hcSegment::setMaterials(hcMaterial **newMaterials, int newNMaterials) {
   OpRecord rec("hcSegment::setMaterials", newMaterials, newNMaterials);
-  return 0;
+  hcGeometry *g = geometry_ && hcIsLiveObject(geometry_) ? geometry_ : nullptr;
+  if (!g || !newMaterials || newNMaterials <= 0) return 0;
+  std::vector<hcMaterial *> given(newMaterials, newMaterials + std::min(newNMaterials, g->getNumFaces()));
+  for (hcMaterial *m : given)
+    if (!hcIsLiveObject(m)) return 0;
+  // Face k takes material k; the faces after the last material take it.
+  for (int f = 0; f < g->getNumFaces(); ++f)
+    g->setFaceMaterial(f, given[std::min<std::size_t>(static_cast<std::size_t>(f), given.size() - 1)]);
+  return 1;
 }
 
 int hcSegment::setMaterial(hcMaterial *newMaterial) {

@@ -160,6 +160,19 @@ hcPosture::~hcPosture() {
   hccore::destroying(this, "hcPosture::~hcPosture");
   auto &all = registry();
   all.erase(std::remove(all.begin(), all.end(), this), all.end());
+  HandedList::forget(this);
+  // The figure's list of postures no longer holds this one.
+  if (hcFigure *fig = figure_.get()) {
+    hccore::Quiet quiet;
+    fig->getPostureList();
+  }
+}
+
+std::vector<hcPosture *> hcPosture::of(hcFigure *figure) {
+  std::vector<hcPosture *> mine;
+  for (hcPosture *p : registry())
+    if (figure && p->figure_.get() == figure) mine.push_back(p);
+  return mine;
 }
 
 hcPosture *hcPosture::make(hcFigure *figure, const char *name) {

@@ -149,12 +149,16 @@ class hcFigure : public hcNode {
   virtual int setRootJoint(hcSite *site);
   virtual sgFigure *getSG();
   int searchProperty(const char *name, hcValue *value) override;
+  // The figure's postures (hcPosture), in the order they were made; the
+  // list getter follows the rule of every list getter.
   virtual hList *getPostures();
   virtual postureList *getPostureList();
   // The materials local to the figure or its parts (hcMaterial::makeLocal),
   // refreshed on each call.
   virtual materialList *getMaterialList();
   virtual int updateMaterials(int numMaterials);
+  // Applies one of the figure's postures (hcPosture::apply); 0 for any
+  // other posture.
   virtual int pose(hcPosture *posture);
   // Applies a file written by savePositions; nothing changes unless the
   // whole file is valid for this figure.
@@ -249,6 +253,7 @@ class hcFigure : public hcNode {
   HandedList handedJoints_;
   HandedList handedSites_;
   HandedList handedConstraints_;
+  HandedList handedPostures_;
   hcSite *root_ = nullptr;
   hMatrix location_;
   std::string fileName_;
@@ -320,6 +325,10 @@ class hcSegment : public hcNode {
   virtual int getDensityFlag();
   virtual void setMass(float newMass);
   virtual void setDensity(float newDensity);
+  // On the geometry's faces: face k takes material k, the faces after the
+  // last material that one; 0 (nothing changed) without a geometry or
+  // faces, or when a material is not live.  The others act on every face,
+  // one face, or the faces that carry replMat.
   virtual int setMaterials(hcMaterial **newMaterials, int newNMaterials);
   virtual int setMaterial(hcMaterial *newMaterial);
   virtual int setFaceMaterial(int face, hcMaterial *material);

@@ -149,6 +149,8 @@ class hcPosture : public hcRefObject {
   static int remove(hcPosture *posture);
   // The posture held by the list node l; null unless it is a posture.
   static hcPosture *resolve(hList *l);
+  // The figure's postures in the order they were made (host-side).
+  static std::vector<hcPosture *> of(hcFigure *figure);
 
   ~hcPosture() override;
 

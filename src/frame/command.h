@@ -233,7 +233,8 @@ struct Arg<AnyPointer> {
 };
 
 // ---------------------------------------------------------------------------
-// Plain arrays given to the host (float *, double *, int * and the like).
+// Plain arrays given to the host (float *, double *, int * and the like,
+// and arrays of pointers: hcMaterial **, hList **, char **).
 //
 // A bare pointer carries no length, so an operation states how many elements
 // it reads or writes through each such parameter: one, unless the operation
@@ -253,8 +254,11 @@ struct ArrayUse {
 };
 
 template <class P>
-concept PlainArray = std::is_pointer_v<P> && std::is_arithmetic_v<std::remove_cv_t<std::remove_pointer_t<P>>> &&
-                     !std::is_same_v<std::remove_cv_t<std::remove_pointer_t<P>>, char>;
+concept PlainArray =
+    std::is_pointer_v<P> &&
+    ((std::is_arithmetic_v<std::remove_cv_t<std::remove_pointer_t<P>>> &&
+      !std::is_same_v<std::remove_cv_t<std::remove_pointer_t<P>>, char>) ||
+     std::is_pointer_v<std::remove_pointer_t<P>>);
 
 // "cmd: argument N holds H elements, the operation uses U" and TCL_ERROR.
 int ArrayTooShort(Tcl_Interp *interp, const char *cmd, int index, long holds, long uses);

@@ -10,6 +10,11 @@ template <> struct hk::ArrayUse<&hcSegment::getMinDistance> {
   static long count(std::size_t param, hcSegment &, hcSegment *, float *, float *, float) { return param == 3 ? 3 : 1; }
 };
 
+// setMaterials reads newNMaterials material pointers.
+template <> struct hk::ArrayUse<&hcSegment::setMaterials> {
+  static long count(std::size_t, hcSegment &, hcMaterial **, int n) { return n; }
+};
+
 namespace {
 using namespace hk;
 
