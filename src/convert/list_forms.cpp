@@ -3,6 +3,7 @@
 #include <cstdio>
 
 #include "frame/command.h"
+#include "frame/format.h"
 
 namespace hk {
 namespace {
@@ -10,11 +11,11 @@ namespace {
 // The elements are numbers, which never need list quoting, so the list is
 // built in one buffer and set at once (the command's result starts empty).
 void AppendNumbers(Tcl_Interp *interp, const float *values, int n) {
-  char text[16 * 64];
+  char text[16 * kNumberSpace];
   std::size_t used = 0;
   for (int i = 0; i < n; ++i) {
     if (i) text[used++] = ' ';
-    used += std::snprintf(text + used, sizeof text - used, "%g", static_cast<double>(values[i]));
+    used += static_cast<std::size_t>(FormatG(static_cast<double>(values[i]), text + used));
   }
   text[used] = '\0';
   Tcl_AppendResult(interp, text, nullptr);

@@ -1,5 +1,7 @@
 #include "frame/command.h"
 
+#include "frame/format.h"
+
 #include <cstdio>
 #include <cstring>
 
@@ -31,20 +33,20 @@ int ArrayTooShort(Tcl_Interp *interp, const char *cmd, int index, long holds, lo
 }
 
 void SetLong(Tcl_Interp *interp, long value) {
-  char buf[32];
-  std::snprintf(buf, sizeof buf, "%ld", value);
+  char buf[kNumberSpace];
+  FormatLong(value, buf);
   Tcl_SetResult(interp, buf, TCL_VOLATILE);
 }
 
 void SetUnsigned(Tcl_Interp *interp, unsigned long value) {
-  char buf[32];
-  std::snprintf(buf, sizeof buf, "%lu", value);
+  char buf[kNumberSpace];
+  FormatUnsigned(value, buf);
   Tcl_SetResult(interp, buf, TCL_VOLATILE);
 }
 
 void SetDouble(Tcl_Interp *interp, double value) {
-  char buf[TCL_DOUBLE_SPACE];
-  Tcl_PrintDouble(interp, value, buf);
+  char buf[kNumberSpace];
+  FormatDouble(value, buf);
   Tcl_SetResult(interp, buf, TCL_VOLATILE);
 }
 

@@ -2,6 +2,7 @@
 #include <tcl.h>
 
 #include "frame/classes.h"
+#include "frame/format.h"
 #include "frame/registry.h"
 #include "frame/typed_pointer.h"
 
@@ -47,6 +48,7 @@ void RegisterModuleLevel(Tcl_Interp *interp) {
 
 extern "C" __attribute__((visibility("default"))) int Hktcl_Init(Tcl_Interp *interp) {
   if (!interp) return TCL_ERROR;
+  hk::WatchPrecision(interp);
   hk::RegisterModuleLevel(interp);
   for (hk::ClassDef *block : hk::ClassBlocks()) hk::RegisterClass(interp, *block);
   hk::RegisterBuiltinTypes();

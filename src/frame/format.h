@@ -1,0 +1,31 @@
+// Number formatting for every result the module writes.
+//
+// Doubles are written exactly as Tcl_PrintDouble writes them: while the
+// interpreter's precision (tcl_precision) is 0, the default, the shortest
+// text that reads back to the same double, laid out as the interpreter lays
+// it out; at any other precision by Tcl_PrintDouble itself.  "%g" texts and
+// integers are written as snprintf writes them.  The fast paths use the
+// standard library's shortest round-trip and fixed-precision conversions.
+#pragma once
+
+#include <tcl.h>
+
+#include <cstddef>
+
+namespace hk {
+
+// Room for any text below, with its terminating zero.
+constexpr std::size_t kNumberSpace = TCL_DOUBLE_SPACE > 40 ? TCL_DOUBLE_SPACE : 40;
+
+// Each writes the text and its terminating zero into buf (kNumberSpace
+// bytes) and answers the length.
+int FormatDouble(double value, char *buf);
+int FormatG(double value, char *buf);  // "%g"
+int FormatLong(long value, char *buf);
+int FormatUnsigned(unsigned long value, char *buf);
+
+// Follows the precision through writes of the interpreter's tcl_precision
+// (the precision is shared by every interpreter of the thread).
+void WatchPrecision(Tcl_Interp *interp);
+
+}  // namespace hk

@@ -1,0 +1,136 @@
+// The fast number formatting against the interpreter's and the C library's.
+#include <gtest/gtest.h>
+#include <tcl.h>
+
+#include <cmath>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <limits>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "frame/format.h"
+
+namespace {
+
+// Random doubles (bit patterns, and floats widened).  Tcl_PrintDouble of
+// large exponents is slow: the test command compares 10^6 (10^5 under the
+// sanitizers); HK_FORMAT_VALUES asks for more (10^7 for a full run).
+#if defined(__SANITIZE_ADDRESS__)
+constexpr long kRandom = 100000;
+#else
+constexpr long kRandom = 1000000;
+#endif
+long RandomCount() {
+  const char *asked = std::getenv("HK_FORMAT_VALUES");
+  return asked ? std::atol(asked) : kRandom;
+}
+
+// The interpreter library's subsystems, which Tcl_PrintDouble relies on.
+struct TclReady : ::testing::Environment {
+  void SetUp() override { Tcl_FindExecutable(nullptr); }
+};
+const auto *const kTclReady = ::testing::AddGlobalTestEnvironment(new TclReady);
+
+std::string Printed(double v) {
+  char buf[TCL_DOUBLE_SPACE];
+  Tcl_PrintDouble(nullptr, v, buf);
+  return buf;
+}
+std::string Fast(double v) {
+  char buf[hk::kNumberSpace];
+  const int n = hk::FormatDouble(v, buf);
+  EXPECT_EQ(n, static_cast<int>(std::strlen(buf)));
+  return buf;
+}
+std::string SnprintfG(double v) {
+  char buf[64];
+  std::snprintf(buf, sizeof buf, "%g", v);
+  return buf;
+}
+std::string FastG(double v) {
+  char buf[hk::kNumberSpace];
+  hk::FormatG(v, buf);
+  return buf;
+}
+
+// The values where layouts change or digits are scarce.
+std::vector<double> HardCases() {
+  using L = std::numeric_limits<double>;
+  std::vector<double> v = {0.0, -0.0, L::min(), L::denorm_min(), L::max(), -L::max(), L::infinity(),
+                           -L::infinity(), L::quiet_NaN(), 9007199254740991.0, 9007199254740992.0,
+                           9007199254740993.0, 0.1, 0.2, 0.3, 1.0 / 3, 2.0 / 3, 123456789012345.0,
+                           1234567890123456.0, 12345678901234567.0, 0.1f, 1.5, 100.0, 1e16, 1e17, 1e-4,
+                           1e-5, 0.00012345, 0.000012345, 5e-324, 1.7976931348623157e308};
+  for (int e = -30; e <= 30; ++e) {
+    const double p = std::pow(10.0, e);
+    for (double x : {p, std::nextafter(p, 0.0), std::nextafter(p, L::infinity()), 9.999999 * p, 1.000001 * p,
+                     0.5 * p})
+      v.insert(v.end(), {x, -x});
+  }
+  return v;
+}
+
+void Compare(const std::vector<double> &values) {
+  int shown = 0;
+  for (double x : values) {
+    if (Fast(x) != Printed(x) && shown++ < 10) ADD_FAILURE() << Printed(x) << " written as " << Fast(x);
+    if (FastG(x) != SnprintfG(x) && shown++ < 10) ADD_FAILURE() << SnprintfG(x) << " written as " << FastG(x);
+  }
+}
+
+TEST(Format, HardCasesMatchTheInterpreterAndSnprintf) { Compare(HardCases()); }
+
+TEST(Format, RandomBitPatternsAndFloatsMatch) {
+  std::mt19937_64 rng(20261124);
+  std::vector<double> values;
+  values.reserve(4096);
+  const long count = RandomCount();
+  for (long i = 0; i < count; ++i) {
+    const std::uint64_t bits = rng();
+    double d;
+    if (i % 2) {
+      std::memcpy(&d, &bits, sizeof d);
+    } else {
+      float f;
+      const std::uint32_t b32 = static_cast<std::uint32_t>(bits);
+      std::memcpy(&f, &b32, sizeof f);
+      d = f;
+    }
+    values.push_back(d);
+    if (values.size() == 4096) {
+      Compare(values);
+      values.clear();
+    }
+  }
+  Compare(values);
+}
+
+TEST(Format, OtherPrecisionsAreTheInterpretersOwn) {
+  Tcl_Interp *interp = Tcl_CreateInterp();
+  hk::WatchPrecision(interp);
+  for (int precision = 1; precision <= 17; ++precision) {
+    Tcl_SetVar(interp, "tcl_precision", std::to_string(precision).c_str(), TCL_GLOBAL_ONLY);
+    for (double x : {0.1, 1.0 / 3, 1e20, 123.456, -2.5e-7}) EXPECT_EQ(Fast(x), Printed(x)) << precision;
+  }
+  Tcl_SetVar(interp, "tcl_precision", "0", TCL_GLOBAL_ONLY);
+  EXPECT_EQ(Fast(0.1), "0.1");
+  Tcl_DeleteInterp(interp);
+}
+
+TEST(Format, IntegersMatchSnprintf) {
+  char buf[hk::kNumberSpace], want[64];
+  for (long v : {0L, 1L, -1L, 42L, std::numeric_limits<long>::min(), std::numeric_limits<long>::max()}) {
+    hk::FormatLong(v, buf);
+    std::snprintf(want, sizeof want, "%ld", v);
+    EXPECT_STREQ(buf, want);
+  }
+  hk::FormatUnsigned(std::numeric_limits<unsigned long>::max(), buf);
+  std::snprintf(want, sizeof want, "%lu", std::numeric_limits<unsigned long>::max());
+  EXPECT_STREQ(buf, want);
+}
+
+}  // namespace
