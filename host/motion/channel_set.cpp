@@ -41,6 +41,7 @@ hcChannelSet::hcChannelSet(const char *n) : name_(n ? n : "") {
 hcChannelSet::~hcChannelSet() {
   hccore::Quiet quiet;
   hcfigure_detail::remove(&globalList, this);
+  HandedList::forget(this);
   for (hcBoundChannelSet *b : registry<hcBoundChannelSet>(hcBoundChannelSet::globalList))
     if (b->cs_ == this) b->cs_ = nullptr;
   hList::destroy(&channels_, nullptr);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "host/channel.h"
 #include "scene/scene_detail.h"
 #include "figure/figure_detail.h"
 
@@ -371,7 +372,9 @@ int hcScene::getInParser() {
 
 hList *hcScene::getChannelSets() {
   OpRecord rec("hcScene::getChannelSets");
-  return nullptr;
+  std::vector<void *> out;
+  forEach<void>(hcChannelSet::globalList, [&out](void *set) { out.push_back(set); });
+  return answer(kChannelSetList, out);
 }
 
 hList *hcScene::getASDXMLObjects() {

@@ -112,6 +112,7 @@ class hcScene : public hcObject {
   virtual hList *getSites();
   virtual hList *getMaterials();
   virtual hList *getConstraints();
+  // Every channel set (hcChannelSet) there is, in the order they were made.
   virtual hList *getChannelSets();
   virtual hList *getASDXMLObjects();
   // 1 when the scene file was read, 0 otherwise (nothing changed).
@@ -198,7 +199,7 @@ class hcScene : public hcObject {
   std::vector<hcNode *> parts(Kind kind);
   // The list answered by one getter, rewritten with items.
   enum AnswerSlot { kFigureList, kHumanList, kJointList, kSegmentList, kSiteList, kMaterialList,
-                    kConstraintList, kAnswerSlots };
+                    kConstraintList, kChannelSetList, kAnswerSlots };
   static hList *answer(int slot, const std::vector<void *> &items);
   hcNode *findPart(Kind kind, const char *name);
   int readScene(const char *filename);
