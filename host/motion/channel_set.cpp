@@ -4,6 +4,8 @@
 #include <cstring>
 #include <limits>
 
+#include "host/kit.h"
+#include "host/timeline.h"
 #include "motion/channel_detail.h"
 #include "figure/figure_detail.h"
 
@@ -233,20 +235,25 @@ int hcChannelSet::save(const char *filename, hList *figList, const char *name, i
   OpRecord rec("hcChannelSet::save", filename, figList, name, from, to, stride, fps);
   int count;
   if (!filename || fps < 1 || !hcchannel_detail::frameRange(from, to, stride, count)) return 0;
-  // The figures' present state is every frame's: one recorded frame per
-  // channel, written count times.
+  // Sample k is recorded at frame k of channels made for the call.
   std::vector<hcChannel *> recorded;
   for (hList *n = hList::iterator(figList, nullptr); n; n = hList::iterator(figList, n)) {
     auto *fig = static_cast<hcFigure *>(n->getData());
     if (!fig) continue;
-    recorded.push_back(new hcFigureChannel(fig, 0, 1));
+    recorded.push_back(new hcFigureChannel(fig, 0, count));
     for (hList *j = hList::iterator(fig->getJoints(), nullptr); j; j = hList::iterator(fig->getJoints(), j))
-      recorded.push_back(new hcJointChannel(static_cast<hcJoint *>(j->getData()), 0, 1));
+      recorded.push_back(new hcJointChannel(static_cast<hcJoint *>(j->getData()), 0, count));
   }
   int status = 0;
   if (!recorded.empty()) {
-    for (hcChannel *c : recorded) c->grab(0);
-    status = hcChannelFile::writeSampled(filename, name, fps, 0, recorded, 0, 0, count);
+    hcTimeline *timeline = hcGlobal::getTimeline();
+    const long before = timeline ? timeline->getTime() : 0;
+    for (int k = 0; k < count; ++k) {
+      if (timeline) timeline->setTime(static_cast<long>(from) + static_cast<long>(k) * stride);
+      for (hcChannel *c : recorded) c->grab(k);
+    }
+    if (timeline) timeline->setTime(before);
+    status = hcChannelFile::writeSampled(filename, name, fps, 0, recorded, 0, 1, count);
   }
   for (hcChannel *c : recorded) delete c;
   return status;

@@ -482,9 +482,11 @@ class hcChannelSet {
   static int saveInternal(const char *filename, const char *name = nullptr);
   // Converting to the solver's internal form is not modelled: answers 0.
   int stuffToInternal();
-  // Records the figures' current state (a figure channel and a channel per
-  // joint) over frames from..to by stride, and writes it as the set name.
-  // Null entries are skipped; 0 without any figure.
+  // Samples the figures (a figure channel and a channel per joint) at the
+  // frames from..to by stride: the current timeline goes to each frame in
+  // turn (and back to its time afterwards); without a timeline every sample
+  // is the present state.  Writes them as the set name.  Null entries are
+  // skipped; 0 without any figure.
   static int save(const char *filename, hList *figList, const char *name, int from, int to,
                   int stride, int fps);
   // Writes the listed channels of this set, frames from..to by stride
