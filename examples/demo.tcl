@@ -110,6 +110,40 @@ fig saveToFile $file
 set copy [hcFigure_readFromFile $file copy]
 hcSite_getGlobalPosition [hcFigure_findSite $copy tip] [where cget -this]
 puts "saved to $file and read back as [hcObject_getName $copy]: tip at [where getList]"
+
+section "A motion played, recorded and replayed on the copy"
+# The elbow bends from 0 to 90 degrees over frames 0 to 30 of the timeline;
+# a channel set samples the arm every 10 frames and poses the copy.
+hcMotion_Init
+set timeline [hcGlobal_getTimeline]
+float_set $angle 0 0
+hcJoint_setAngles $elbow $angle 0
+set bend [new_hcJointMotion bend]
+hcJointMotion_addJoint $bend $elbow
+float_set $angle 0 [expr {acos(0)}]
+hcJointMotion_setNthAngle $bend 0 $angle
+hcMotion_setEndFrame $bend 30
+hcTimeline_add $timeline $bend
+foreach t {0 15 30} {
+    hcTimeline_setTime $timeline $t
+    hcSite_getGlobalPosition $tip [where cget -this]
+    puts "frame $t: tip at [lmap v [where getList] {format %.3f [expr {abs($v) < 5e-4 ? 0 : $v}]}]"
+}
+set chs [file join [file dirname $file] demo-bend.chs]
+hcChannelSet_save $chs [list $arm] bend 0 30 10 30
+set recorded [hcChannelSet_load $chs]
+set replay [hcBoundChannelSet_create replay $recorded]
+hcBoundChannelSet_bindToPrototype $replay arm $copy
+foreach k {0 1 2 3} {
+    hcBoundChannelSet_stuff $replay $k
+    hcSite_getGlobalPosition [hcFigure_findSite $copy tip] [where cget -this]
+    puts "copy at sample $k: tip at [lmap v [where getList] {format %.3f [expr {abs($v) < 5e-4 ? 0 : $v}]}]"
+}
+hcBoundChannelSet_destroy $replay 1
+hcTimeline_remove $timeline $bend
+delete_hcJointMotion $bend
+file delete $chs
+
 hcFigure_destroy $copy
 rename fig {}
 hcFigure_destroy $arm
@@ -143,6 +177,19 @@ cup setTranslation [cupAt cget -this]
 set status [hcHuman_moveArm $h $hcHuman_leftSide $hcHuman_armShoulder $hcHuman_armPalm NULL [cup cget -this]]
 puts "reaching for a cup at [cupAt getList]: status $status, left hand at [where $hand]"
 hcHuman_shapeHand $h $hcHuman_leftSide fist 100
+
+section "Glyphs"
+# A view cone from the left eye, a marker on the hand and a trace of the
+# forearm; the glyph list names them.
+set cone [hcViewConeGlyph_create $h $hcViewConeGlyph_leftEye 2 60]
+hcSiteGlyph_create $hand
+hcSegmentTraceGlyph_create [hcFigure_findSegment $adult leftForearm]
+hVector scale
+hcViewConeGlyph_getScale $cone [scale cget -this]
+puts "view cone scale [lmap x [scale getList] {format %.3f $x}],\
+ [hcGeometry_getNumFaces [hcViewConeGlyph_getGeometry $cone]] faces"
+puts "glyphs: [lmap g [hcGlyph_getGlyphList] {hcObject_getName $g}]"
+rename scale {}
 
 section "Its smooth skin"
 # One mesh per segment, rigged to the segment bones and the arm twist bones;
@@ -198,5 +245,16 @@ move setList {2 0 0}
 turned setTranslation [move cget -this]
 hcSegment_setGlobal $boxSegment [turned cget -this]
 showBox "turned 45 degrees about z and moved 2 along x" 1
+set red [hcMaterial_create red]
+hVector colour
+colour setList {0.8 0.1 0.1}
+hcMaterial_setDiffuse $red [colour cget -this]
+hcSegment_setMaterial $boxSegment $red
+set objFile [file join [file dirname $file] demo-box.obj]
+hcSegment_saveGeometryToFile $boxSegment $objFile 1
+puts "saved in red as [file tail $objFile] with [file tail [file rootname $objFile].mtl] beside it"
+file delete $objFile [file rootname $objFile].mtl
+rename colour {}
 hcFigure_destroy $boxFigure
+hcMaterial_destroy NULL $red
 rename turned {}; rename angles {}; rename move {}
