@@ -15,19 +15,19 @@ vec setList {0.1 1.5 3}
 set node [new_hcNode]
 hcNode_getName $node
 
-# Microseconds per call: the best of three runs, after a warm-up.
-proc per_call {script} {
+# Microseconds per call of a command and of its reference, the best of
+# five runs each, taken in turn so that a slow spell of the machine falls on
+# both alike.
+proc measure {label script reference {goal {}}} {
     global n
     uplevel #0 $script
-    set best 1e9
-    for {set i 0} {$i < 3} {incr i} {
-        set best [expr {min($best, [lindex [uplevel #0 [list time $script $n]] 0])}]
+    uplevel #0 $reference
+    set t1 1e9
+    set t0 1e9
+    for {set i 0} {$i < 5} {incr i} {
+        set t1 [expr {min($t1, [lindex [uplevel #0 [list time $script $n]] 0])}]
+        set t0 [expr {min($t0, [lindex [uplevel #0 [list time $reference $n]] 0])}]
     }
-    return $best
-}
-proc measure {label script reference {goal {}}} {
-    set t1 [per_call $script]
-    set t0 [per_call $reference]
     puts [format "%-40s %7.3f us | %-26s %7.3f us | ratio %5.2f %s" $label $t1 [lindex $reference 0] $t0 \
         [expr {$t1 / $t0}] [expr {$goal eq "" ? "" : "(goal <= $goal)"}]]
 }

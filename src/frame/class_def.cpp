@@ -25,7 +25,11 @@ std::string ShortName(const std::string &prefix, const char *name) {
 }
 
 // "name_get" is the accessor of member "name".
-std::string MemberOption(const std::string &shortName) { return "-" + shortName.substr(0, shortName.size() - 4); }
+std::string MemberOption(const std::string &shortName) {
+  std::string option = "-";
+  option.append(shortName, 0, shortName.size() - 4);
+  return option;
+}
 
 std::string Joined(const std::vector<NamedProc> &list, const char *before, const char *after) {
   std::string text;

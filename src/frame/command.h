@@ -26,6 +26,8 @@
 
 #include <tcl.h>
 
+#include "frame/format.h"
+
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
@@ -128,7 +130,7 @@ struct Arg<P> {
   using Stored = bool;
   static constexpr const char *type = nullptr;
   static bool parse(const char *w, Stored &s) {
-    s = std::atol(w) != 0;
+    s = ParseLong(w) != 0;
     return true;
   }
   static P get(Stored s) { return s; }
@@ -139,7 +141,7 @@ struct Arg<P> {
   using Stored = P;
   static constexpr const char *type = nullptr;
   static bool parse(const char *w, Stored &s) {
-    s = static_cast<P>(std::atol(w));
+    s = static_cast<P>(ParseLong(w));
     return true;
   }
   static P get(Stored s) { return s; }

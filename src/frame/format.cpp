@@ -1,9 +1,12 @@
 #include "frame/format.h"
 
+#include <array>
 #include <charconv>
 #include <cmath>
+#include <cstdint>
 #include <cstdlib>
 #include <cstring>
+#include <limits>
 
 namespace hk {
 namespace {
@@ -22,6 +25,50 @@ char *PrecisionTrace(ClientData, Tcl_Interp *interp, const char *, const char *,
   return nullptr;
 }
 
+// The exact decimal expansion of a positive double, when it has at most 18
+// significant digits: fills the digits (without trailing zeros) and the
+// decimal exponent, and answers their count; 0 for longer expansions.
+// With 15 digits or fewer the expansion is the shortest text that reads
+// back, since no two such decimals read back to the same double.  With 16
+// to 18 the shortest text may fall exactly halfway between two candidates,
+// where the interpreter's choice is its own.
+int ExactDigits(double a, char *digits, int &exponent) {
+  constexpr std::uint64_t kLimit = 999999999999999999ULL;  // 18 digits
+  int e2 = 0;
+  const double fraction = std::frexp(a, &e2);
+  std::uint64_t m = static_cast<std::uint64_t>(std::ldexp(fraction, 53));  // a = m * 2^(e2 - 53)
+  if (m == 0) return 0;
+  int e = e2 - 53;
+  const int zeros = __builtin_ctzll(m);
+  m >>= zeros;
+  e += zeros;
+  std::uint64_t whole;  // a = whole / 10^k
+  int k = 0;
+  if (e >= 0) {
+    if (e > 59 || m > (kLimit >> e)) return 0;
+    whole = m << e;
+  } else {
+    k = -e;
+    if (k > 25) return 0;  // 5^26 alone has 19 digits
+    static constexpr auto kPow5 = [] {
+      std::array<std::uint64_t, 26> p{};
+      p[0] = 1;
+      for (std::size_t i = 1; i < p.size(); ++i) p[i] = p[i - 1] * 5;
+      return p;
+    }();
+    const std::uint64_t pow5 = kPow5[static_cast<std::size_t>(k)];
+    if (m > kLimit / pow5) return 0;
+    whole = m * pow5;
+  }
+  char text[24];
+  const int length = static_cast<int>(std::to_chars(text, text + sizeof text, whole).ptr - text);
+  int n = length;
+  while (n > 1 && text[n - 1] == '0') --n;
+  std::memcpy(digits, text, static_cast<std::size_t>(n));
+  exponent = length - 1 - k;
+  return n;
+}
+
 }  // namespace
 
 void WatchPrecision(Tcl_Interp *interp) {
@@ -36,18 +83,25 @@ int FormatDouble(double value, char *buf) {
     return static_cast<int>(std::strlen(buf));
   }
   // The shortest digits and the decimal exponent: value = d.ddd x 10^exponent.
-  char sci[40];
-  const auto res = std::to_chars(sci, sci + sizeof sci, value, std::chars_format::scientific);
-  *res.ptr = '\0';
-  const char *p = sci;
   char *out = buf;
-  if (*p == '-') *out++ = *p++;
   char digits[24];
-  int n = 0;
-  for (; *p && *p != 'e'; ++p)
-    if (*p != '.') digits[n++] = *p;
-  digits[n] = '\0';
-  int exponent = *p == 'e' ? std::atoi(p + 1) : 0;
+  int n = 0, exponent = 0;
+  if (std::signbit(value)) *out++ = '-';
+  n = ExactDigits(std::fabs(value), digits, exponent);
+  if (n > 15) {
+    Tcl_PrintDouble(nullptr, value, buf);
+    return static_cast<int>(std::strlen(buf));
+  }
+  if (n == 0) {
+    char sci[40];
+    const auto res = std::to_chars(sci, sci + sizeof sci, std::fabs(value), std::chars_format::scientific);
+    *res.ptr = '\0';
+    const char *p = sci;
+    n = 0;
+    for (; *p && *p != 'e'; ++p)
+      if (*p != '.') digits[n++] = *p;
+    exponent = *p == 'e' ? std::atoi(p + 1) : 0;
+  }
   if (exponent < -4 || exponent > 16) {
     // Exponent form for numbers below 1e-4 and from 1e17 on.
     *out++ = digits[0];
@@ -73,6 +127,27 @@ int FormatDouble(double value, char *buf) {
   }
   *out = '\0';
   return static_cast<int>(out - buf);
+}
+
+long ParseLong(const char *word) {
+  const char *p = word;
+  while (*p == ' ' || (*p >= '\t' && *p <= '\r')) ++p;
+  const bool negative = *p == '-';
+  if (*p == '-' || *p == '+') ++p;
+  // Accumulated as a negative number, whose range holds every long.
+  constexpr long kMin = std::numeric_limits<long>::min();
+  long value = 0;
+  for (; *p >= '0' && *p <= '9'; ++p) {
+    const int digit = *p - '0';
+    if (value < (kMin + digit) / 10) {
+      value = kMin;  // saturated; the remaining digits change nothing
+      while (*p >= '0' && *p <= '9') ++p;
+      break;
+    }
+    value = value * 10 - digit;
+  }
+  if (negative) return value;
+  return value == kMin ? std::numeric_limits<long>::max() : -value;
 }
 
 int FormatG(double value, char *buf) {

@@ -1,4 +1,5 @@
-// Number formatting for every result the module writes.
+// Number formatting for every result the module writes, and the reading
+// of integer words.
 //
 // Doubles are written exactly as Tcl_PrintDouble writes them: while the
 // interpreter's precision (tcl_precision) is 0, the default, the shortest
@@ -23,6 +24,11 @@ int FormatDouble(double value, char *buf);
 int FormatG(double value, char *buf);  // "%g"
 int FormatLong(long value, char *buf);
 int FormatUnsigned(unsigned long value, char *buf);
+
+// The integer value of a word exactly as atol reads it (leading white
+// space, a sign, decimal digits up to the first other character, saturated
+// at the range of long), without the C library's locale machinery.
+long ParseLong(const char *word);
 
 // Follows the precision through writes of the interpreter's tcl_precision
 // (the precision is shared by every interpreter of the thread).

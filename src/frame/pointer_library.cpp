@@ -49,7 +49,7 @@ void SetRelabelled(Tcl_Interp *interp, std::uintptr_t addr, const char *type) {
 
 // Integer words: decimal with optional sign and leading blanks, trailing
 // junk ignored, non-numbers 0.  strtol clamps where atol would overflow.
-long WordToLong(const char *word) { return std::strtol(word, nullptr, 10); }
+long WordToLong(const char *word) { return ParseLong(word); }
 double WordToDouble(const char *word) { return std::strtod(word, nullptr); }
 
 // Converted values that the interpreter rejected are stored as 0; its
@@ -484,7 +484,7 @@ int ArrayNew(ClientData, Tcl_Interp *interp, int argc, const char *argv[]) {
 template <class K>
 int ArrayDestroy(ClientData, Tcl_Interp *interp, int argc, const char *argv[]) {
   if (argc != 2) return WrongArgs(interp, K::kDestroy, "array ");
-  typename K::Element *array;
+  typename K::Element *array = nullptr;
   if (CheckArray<K>(interp, K::kDestroy, argv[1], &array) != TCL_OK) return TCL_ERROR;
   if (const Block *block = FindBlock(array)) {
     if (block->start != reinterpret_cast<const char *>(array) ||
@@ -504,7 +504,7 @@ int ArrayDestroy(ClientData, Tcl_Interp *interp, int argc, const char *argv[]) {
 template <class K>
 int ArrayGet(ClientData, Tcl_Interp *interp, int argc, const char *argv[]) {
   if (argc != 3) return WrongArgs(interp, K::kGet, "array index ");
-  typename K::Element *array;
+  typename K::Element *array = nullptr;
   if (CheckArray<K>(interp, K::kGet, argv[1], &array) != TCL_OK) return TCL_ERROR;
   long index = WordToLong(argv[2]);
   if (CheckElement(interp, K::kGet, array, index, sizeof(*array), false) != TCL_OK) return TCL_ERROR;
@@ -515,7 +515,7 @@ int ArrayGet(ClientData, Tcl_Interp *interp, int argc, const char *argv[]) {
 template <class K>
 int ArraySet(ClientData, Tcl_Interp *interp, int argc, const char *argv[]) {
   if (argc != 4) return WrongArgs(interp, K::kSet, "array index value ");
-  typename K::Element *array;
+  typename K::Element *array = nullptr;
   if (CheckArray<K>(interp, K::kSet, argv[1], &array) != TCL_OK) return TCL_ERROR;
   long index = WordToLong(argv[2]);
   if (CheckElement(interp, K::kSet, array, index, sizeof(*array), true) != TCL_OK) return TCL_ERROR;

@@ -84,6 +84,19 @@ void Compare(const std::vector<double> &values) {
 
 TEST(Format, HardCasesMatchTheInterpreterAndSnprintf) { Compare(HardCases()); }
 
+TEST(Format, ShortBinaryFractionsMatch) {
+  // m / 2^j: the values with a short exact decimal expansion, and their
+  // neighbours whose expansion is too long for the short path.
+  std::vector<double> values;
+  for (int j = 0; j <= 24; ++j)
+    for (int m = 1; m <= 20000; m += (m < 2000 ? 1 : 7)) {
+      const double v = std::ldexp(static_cast<double>(m), -j);
+      values.insert(values.end(), {v, -v, v * 1e6, std::nextafter(v, 0.0)});
+    }
+  for (double big = 1; big < 1e18; big *= 3) values.insert(values.end(), {big, big + 1, -big});
+  Compare(values);
+}
+
 TEST(Format, RandomBitPatternsAndFloatsMatch) {
   std::mt19937_64 rng(20261124);
   std::vector<double> values;
@@ -131,6 +144,21 @@ TEST(Format, IntegersMatchSnprintf) {
   hk::FormatUnsigned(std::numeric_limits<unsigned long>::max(), buf);
   std::snprintf(want, sizeof want, "%lu", std::numeric_limits<unsigned long>::max());
   EXPECT_STREQ(buf, want);
+}
+
+TEST(Format, IntegerWordsReadAsAtolReadsThem) {
+  std::vector<std::string> words = {"", "0", "1", "-1", "+7", " 12", "\t\n\v\f\r 3", "12abc", "abc", "- 5", "--5",
+                                    "0x10", "007", "1e3", "3.9", "-0", "9223372036854775807",
+                                    "9223372036854775808", "99999999999999999999", "-9223372036854775808",
+                                    "-9223372036854775809", "-99999999999999999999", "2147483648", "+", "-"};
+  std::mt19937_64 rng(7);
+  const char alphabet[] = " +-0123456789x\t";
+  for (int i = 0; i < 100000; ++i) {
+    std::string w;
+    for (int n = static_cast<int>(rng() % 24); n > 0; --n) w += alphabet[rng() % (sizeof alphabet - 1)];
+    words.push_back(w);
+  }
+  for (const std::string &w : words) ASSERT_EQ(hk::ParseLong(w.c_str()), std::atol(w.c_str())) << "[" << w << "]";
 }
 
 }  // namespace
