@@ -1,6 +1,7 @@
 #include "frame/format.h"
 
 #include <array>
+#include <bit>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
@@ -34,11 +35,16 @@ char *PrecisionTrace(ClientData, Tcl_Interp *interp, const char *, const char *,
 // where the interpreter's choice is its own.
 int ExactDigits(double a, char *digits, int &exponent) {
   constexpr std::uint64_t kLimit = 999999999999999999ULL;  // 18 digits
-  int e2 = 0;
-  const double fraction = std::frexp(a, &e2);
-  std::uint64_t m = static_cast<std::uint64_t>(std::ldexp(fraction, 53));  // a = m * 2^(e2 - 53)
+  // a = m * 2^e, from the bits.
+  const auto bits = std::bit_cast<std::uint64_t>(a);
+  const int biased = static_cast<int>(bits >> 52);  // a is positive: no sign bit
+  std::uint64_t m = bits & ((std::uint64_t{1} << 52) - 1);
+  int e = -1074;
+  if (biased != 0) {
+    m |= std::uint64_t{1} << 52;
+    e = biased - 1075;
+  }
   if (m == 0) return 0;
-  int e = e2 - 53;
   const int zeros = __builtin_ctzll(m);
   m >>= zeros;
   e += zeros;
