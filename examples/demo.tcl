@@ -160,6 +160,21 @@ puts "[hcFigure_getNSegments $adult] segments, [hcFigure_getNJoints $adult] join
 foreach p {5 50 95} {
     puts [format "%2dth percentile man: %.1f cm, %.1f kg" $p [getStatureValueInCM ANSUR $p $male] [getWeightValueInKG ANSUR $p $male]]
 }
+# Two more adults, scaled to the 5th and 95th percentile man: the scaler
+# sets stature and weight, the segment masses add up to the weight.
+foreach p {5 95} {
+    set body [hcFigure_createInMemory p$p]
+    set scaled [hcHuman_initHuman $body]
+    set scaler [hcHuman_initAnthroscale $scaled]
+    hcAnthroScale_scalePercentileHeight $scaler $p
+    hcAnthroScale_scalePercentileWeight $scaler $p
+    set sum 0
+    foreach s [hList_tcllist [hcFigure_getSegments $body] hcSegment] {set sum [expr {$sum + [hcSegment_getMass $s]}]}
+    puts [format "scaled to the %dth percentile: stature %.1f cm, weight %.1f kg, segment masses %.1f kg" $p \
+        [hcAnthroScale_getMeasurement $scaler $hcAnthroScale_STATURE] [hcAnthroScale_getWeight $scaler] $sum]
+    hcHuman_destroy $scaled
+    hcFigure_destroy $body
+}
 proc where {site} {
     hVector p
     hcSite_getGlobalPosition $site [p cget -this]
