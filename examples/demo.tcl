@@ -273,3 +273,37 @@ rename colour {}
 hcFigure_destroy $boxFigure
 hcMaterial_destroy NULL $red
 rename turned {}; rename angles {}; rename move {}
+
+section "Messages, the kit, callbacks, a scene and Python"
+# Information messages go to a Tcl handler; a callback counts the steps of
+# the simulation; a scene is saved, cleared and read back; Python finds the
+# figure in it.
+proc onInformation {text} {puts "  (information) $text"}
+proc onFile {text} {puts "  (file) [lindex $text 0] [file tail [lindex $text 1]]"}
+hcKit_setMsgHandler onInformation 2
+hcKit_Init [file normalize [file join [file dirname [info script]] data]] NULL
+puts "kit initialised: [hcKit_isInited], version [hcKit_getVersion]"
+hcKit_toggleDebug ik
+set ::steps 0
+set counter [hcSim_bindCallback postAdvance count {incr ::steps}]
+foreach i {1 2 3} {hcSim_advance}
+puts "the postAdvance callback ran $::steps times for 3 steps"
+hcSim_unbindCallback $counter
+set scene [hcscene_get]
+set walker [hcFigure_createInMemory walker]
+hcSegment_createInMemory $walker thigh
+hcScene_addFigure $scene $walker
+set sceneFile [file join [file dirname $file] demo.scene]
+hcKit_setMsgHandler onFile 3
+hcScene_save $scene $sceneFile
+hcScene_clear $scene
+set before [llength [hList_tcllist [hcScene_getFigures $scene] hcFigure]]
+hcScene_load $scene $sceneFile
+puts "scene saved, cleared ($before figures) and read back:\
+ [lmap f [hList_tcllist [hcScene_getFigures $scene] hcFigure] {hcObject_getName $f}]"
+puts "found from Python: [hcPy_evalToString {hc.findFigure('walker').name}],\
+ segment [hcPy_evalToString {hc.findSegment('thigh').name}]"
+proc quiet {text} {}
+hcKit_setMsgHandler quiet 3
+hcScene_clear $scene
+file delete $sceneFile {*}[glob -nocomplain $sceneFile.*]

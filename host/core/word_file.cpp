@@ -1,3 +1,4 @@
+#include "core/messages.h"
 #include "core/word_file.h"
 
 #include <cctype>
@@ -44,7 +45,7 @@ bool wordsOf(FILE *f, const char *magic, std::vector<std::string> &words) {
 bool readWords(const char *filename, const char *magic, std::vector<std::string> &words) {
   words.clear();
   if (!filename || !*filename || !magic) return false;
-  FILE *f = std::fopen(filename, "r");
+  FILE *f = hcmsg::open(filename, "r");
   return f && wordsOf(f, magic, words);
 }
 

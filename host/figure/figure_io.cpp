@@ -36,6 +36,7 @@
 #include <cstring>
 #include <map>
 
+#include "core/messages.h"
 #include "host/figure.h"
 #include "core/word_file.h"
 #include "figure/figure_detail.h"
@@ -217,7 +218,7 @@ int hcFigure::saveImpl(const char *filename, int withDisplacements) {
   std::string text(buffer ? buffer : "", buffer ? length : 0);
   std::free(buffer);
   if (!made || !readsBack(text)) return 0;
-  FILE *out = std::fopen(filename, "w");
+  FILE *out = hcmsg::open(filename, "w");
   if (!out) return 0;
   std::fwrite(text.data(), 1, text.size(), out);
   return finish(out) ? 1 : 0;
@@ -236,9 +237,11 @@ bool hcFigure::readsBack(const std::string &text) {
 hcFigure *hcFigure::readFromFile(const char *filename, const char *newName) {
   OpRecord rec("hcFigure::readFromFile", filename, newName);
   std::vector<std::string> words;
-  if (!hcio::readWords(filename, "hcfigure", words)) return nullptr;
-  hcFigure *fig = parseFigure(words);
-  if (!fig) return nullptr;
+  hcFigure *fig = hcio::readWords(filename, "hcfigure", words) ? parseFigure(words) : nullptr;
+  if (!fig) {
+    hcmsg::unparsable(filename);
+    return nullptr;
+  }
   if (newName && *newName) {
     std::string n = newName;
     fig->setFullName("", n.c_str());
@@ -379,7 +382,7 @@ int hcFigure::savePositions(const char *filename, int attachment) {
 
 int hcFigure::writePositions(const char *filename) {
   if (!filename || !*filename) return 0;
-  FILE *f = std::fopen(filename, "w");
+  FILE *f = hcmsg::open(filename, "w");
   if (!f) return 0;
   std::fprintf(f, "hcpositions 1\nlocation");
   writeMatrix(f, location_);
@@ -396,7 +399,9 @@ int hcFigure::writePositions(const char *filename) {
 
 int hcFigure::poseFromFile(const char *posturename, const char *filename) {
   OpRecord rec("hcFigure::poseFromFile", posturename, filename);
-  return readPositions(filename);
+  const int ok = readPositions(filename);
+  if (!ok) hcmsg::unparsable(filename);
+  return ok;
 }
 
 int hcFigure::readPositions(const char *filename) {
@@ -437,7 +442,7 @@ int hcFigure::readPositions(const char *filename) {
 int hcFigure::saveGlobalPositions(const char *filename) {
   OpRecord rec("hcFigure::saveGlobalPositions", filename);
   if (!filename || !*filename) return 0;
-  FILE *f = std::fopen(filename, "w");
+  FILE *f = hcmsg::open(filename, "w");
   if (!f) return 0;
   std::fprintf(f, "hcglobalpositions 1\n");
   for (hcSite *s : items<hcSite>(sites_)) {

@@ -6,6 +6,7 @@
 #include <cstring>
 #include <vector>
 
+#include "core/messages.h"
 #include "host/figure.h"
 #include "host/geometry.h"
 #include "figure/figure_detail.h"
@@ -338,7 +339,7 @@ int hcSegment::saveGeometryToFile(const char *fileName, int global) {
     }
   }
   auto write = [](const std::string &path, const std::string &text) {
-    FILE *f = std::fopen(path.c_str(), "w");
+    FILE *f = hcmsg::open(path.c_str(), "w");
     if (!f) return false;
     std::fwrite(text.data(), 1, text.size(), f);
     const bool ok = !std::ferror(f);

@@ -8,6 +8,7 @@
 #include <memory>
 #include <sstream>
 
+#include "core/messages.h"
 #include "host/figure.h"
 #include "host/geometry.h"
 #include "host/material.h"
@@ -29,7 +30,7 @@ struct Closer {
 // Reads the lines of a file, refusing a line or a file of unreasonable size.
 bool readLines(const char *filename, std::vector<std::string> &lines) {
   if (!filename || !*filename) return false;
-  std::unique_ptr<std::FILE, Closer> in(std::fopen(filename, "r"));
+  std::unique_ptr<std::FILE, Closer> in(hcmsg::open(filename, "r"));
   if (!in) return false;
   std::string line;
   int c;
@@ -274,7 +275,10 @@ void hcGeometry::loadMaterials() {
 hcGeometry *hcGeometry::read(const char *fileName, hVector *scale) {
   OpRecord rec("hcGeometry::read", fileName, scale);
   std::vector<std::string> lines;
-  if (!readLines(fileName, lines) || lines.empty()) return nullptr;
+  if (!readLines(fileName, lines) || lines.empty()) {
+    hcmsg::unparsable(fileName);
+    return nullptr;
+  }
   hccore::Quiet quiet;
   auto *mesh = new hcMeshGeometry(0, 0, 0, nullptr);
   std::istringstream first(lines[0]);
@@ -283,6 +287,7 @@ hcGeometry *hcGeometry::read(const char *fileName, hVector *scale) {
   const bool ok = key == "psurf" ? GeometryFile::readPsurf(*mesh, lines) : GeometryFile::readObj(*mesh, lines);
   if (!ok) {
     delete mesh;
+    hcmsg::unparsable(fileName);
     return nullptr;
   }
   if (scale) {
@@ -323,7 +328,7 @@ void hcMeshGeometry::writeToPsurf(const char *filename, int nodeOffset, float di
   for (const Node &n : nodes_) points.push_back(n.coords);
   std::vector<std::vector<int>> faces;
   for (const Face &f : faces_) faces.push_back(f.nodes);
-  std::unique_ptr<std::FILE, Closer> out(std::fopen(filename, "w"));
+  std::unique_ptr<std::FILE, Closer> out(hcmsg::open(filename, "w"));
   if (!out) return;
   const std::string text = hcgeometry_detail::psurfText(points, faces, nodeOffset, discardTolerance, false);
   std::fwrite(text.data(), 1, text.size(), out.get());

@@ -1,5 +1,6 @@
 // hcPosture: named joint values of a figure; and the subject references that
 // postures, bones and twist links keep.
+#include "core/messages.h"
 #include "host/posture.h"
 #include "core/word_file.h"
 #include "figure/figure_detail.h"
@@ -301,7 +302,7 @@ int hcPosture::apply() {
 int hcPosture::save(const char *filename) {
   OpRecord rec("hcPosture::save", filename);
   if (emptyText(filename)) return 0;
-  FILE *f = std::fopen(filename, "w");
+  FILE *f = hcmsg::open(filename, "w");
   if (!f) return 0;
   std::string t = text();
   bool ok = std::fwrite(t.data(), 1, t.size(), f) == t.size();

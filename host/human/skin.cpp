@@ -7,6 +7,7 @@
 #include <cstring>
 #include <initializer_list>
 
+#include "core/messages.h"
 #include "host/skin.h"
 #include "host/geometry.h"
 #include "host/human.h"
@@ -66,7 +67,7 @@ const char *sectionOf(const char *segment) {
 }
 
 void writeFile(const std::string &path, const std::string &text) {
-  if (std::FILE *f = std::fopen(path.c_str(), "w")) {
+  if (std::FILE *f = hcmsg::open(path.c_str(), "w")) {
     std::fwrite(text.data(), 1, text.size(), f);
     std::fclose(f);
   }

@@ -6,6 +6,7 @@
 #include <limits>
 #include <new>
 
+#include "core/messages.h"
 #include "motion/channel_detail.h"
 #include "core/journal.h"
 
@@ -34,7 +35,7 @@ std::string header(const char *name, int fps, int method) {
 
 int writeText(const char *filename, const std::string &text) {
   if (!filename) return 0;
-  std::FILE *f = std::fopen(filename, "w");
+  std::FILE *f = hcmsg::open(filename, "w");
   if (!f) return 0;
   bool ok = std::fwrite(text.data(), 1, text.size(), f) == text.size();
   ok = std::fclose(f) == 0 && ok;
@@ -108,7 +109,7 @@ hcChannelSet *hcChannelFile::read(const char *filename) {
   struct Closer {
     void operator()(std::FILE *f) const { std::fclose(f); }
   };
-  std::unique_ptr<std::FILE, Closer> in(std::fopen(filename, "rb"));
+  std::unique_ptr<std::FILE, Closer> in(hcmsg::open(filename, "rb"));
   if (!in) return nullptr;
   hccore::Quiet quiet;
 

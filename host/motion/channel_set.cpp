@@ -4,6 +4,7 @@
 #include <cstring>
 #include <limits>
 
+#include "core/messages.h"
 #include "host/kit.h"
 #include "host/timeline.h"
 #include "motion/channel_detail.h"
@@ -68,7 +69,9 @@ int hcChannelSet::destroy(hcChannelSet *cs) {
 
 hcChannelSet *hcChannelSet::load(const char *filename) {
   OpRecord rec("hcChannelSet::load", filename);
-  return hcChannelFile::read(filename);
+  hcChannelSet *set = hcChannelFile::read(filename);
+  if (!set) hcmsg::unparsable(filename);
+  return set;
 }
 
 hcChannelSet *hcChannelSet::find(const char *name) {

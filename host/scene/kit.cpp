@@ -4,6 +4,7 @@
 // The state is one heap object per class that is never freed, so that
 // message handlers and stored texts stay valid whatever the order of static
 // destruction.
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cstdlib>
@@ -14,6 +15,7 @@
 #include <string>
 
 #include "host/kit.h"
+#include "core/messages.h"
 #include "host/scene.h"
 #include "core/journal.h"
 
@@ -67,6 +69,9 @@ const void *address(hcKit::selectorType f) { return reinterpret_cast<const void 
 int hcKit::Init(const char *dataPath, sgFactory *factory, const char *installPath, int fromPython) {
   hccore::call("hcKit::Init", dataPath, static_cast<const void *>(factory), installPath, fromPython);
   if (!dataPath) return 0;
+  struct stat st;
+  if (::stat(dataPath, &st) != 0 || !S_ISDIR(st.st_mode))
+    hcmsg::error(std::string("data path ") + dataPath + " is not a directory");
   KitState &k = kit();
   k.dataPath = dataPath;
   k.hasDataPath = true;
@@ -140,6 +145,9 @@ int hcKit::toggleDebug(const char *options) {
   while (words >> flag) {
     if (!flags.erase(flag)) flags.insert(flag);
   }
+  std::string on;
+  for (const std::string &f : flags) on += " " + f;
+  hcmsg::info("debugging" + (on.empty() ? std::string(" off") : on));
   return static_cast<int>(flags.size());
 }
 

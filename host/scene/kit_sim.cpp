@@ -8,6 +8,10 @@
 #include <vector>
 
 #include "host/kit.h"
+#include "host/constraint.h"
+#include "host/motion.h"
+#include "host/timeline.h"
+#include "core/messages.h"
 #include "core/journal.h"
 
 namespace {
@@ -84,6 +88,7 @@ int hcSim::advance() {
   long long next = static_cast<long long>(s.currentTime) + s.timePerIter;
   s.currentTime = static_cast<int>(std::clamp<long long>(next, INT_MIN, INT_MAX));
   runCallbacks("postStep", nullptr);
+  runCallbacks("postAdvance", nullptr);
   return 1;
 }
 
@@ -175,9 +180,40 @@ void hcSim::setUseLimitsDuringAnim(int use) {
   sim().useLimitsDuringAnim = use;
 }
 
-void hcSim::debugConstraints(int activeonly) { hccore::call("hcSim::debugConstraints", activeonly); }
+namespace {
 
-void hcSim::debugMotions(int activeonly) { hccore::call("hcSim::debugMotions", activeonly); }
+// An information message: a header "N <what>", then one line per item.
+template <class T>
+void report(const std::vector<T *> &all, int activeonly, const char *what) {
+  std::vector<std::string> lines;
+  for (T *item : all) {
+    if (activeonly && !item->isActive()) continue;
+    const char *name = item->getName();
+    lines.push_back(std::string(name && *name ? name : "-") + (item->isActive() ? " active" : " inactive"));
+  }
+  std::string text = std::to_string(lines.size()) + " " + what;
+  for (const std::string &line : lines) text += "\n" + line;
+  hcmsg::info(text);
+}
+
+}  // namespace
+
+void hcSim::debugConstraints(int activeonly) {
+  hccore::call("hcSim::debugConstraints", activeonly);
+  hccore::Quiet quiet;
+  report(hcConstraint::solverList(), activeonly, "constraints");
+}
+
+void hcSim::debugMotions(int activeonly) {
+  hccore::call("hcSim::debugMotions", activeonly);
+  hccore::Quiet quiet;
+  std::vector<hcMotion *> motions;
+  if (hcTimeline *timeline = hcGlobal::getTimeline())
+    for (hList *n = hList::iterator(timeline->getMotionList(), nullptr); n;
+         n = hList::iterator(timeline->getMotionList(), n))
+      motions.push_back(static_cast<hcMotion *>(n->getData()));
+  report(motions, activeonly, "motions");
+}
 
 void hcSim::setConstraintSolver(int on) {
   hccore::call("hcSim::setConstraintSolver", on);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "core/messages.h"
 #include "host/channel.h"
 #include "scene/scene_detail.h"
 #include "figure/figure_detail.h"
@@ -306,6 +307,10 @@ const char *const kDistUnitNames[] = {"meters", "centimeters", "millimeters",
                                       "inches", "feet"};
 const char *const kAngleUnitNames[] = {"radians", "degrees"};
 const char *const kMassUnitNames[] = {"kilograms", "grams", "pounds"};
+// The same units by their symbols.
+const char *const kDistUnitSymbols[] = {"m", "cm", "mm", "in", "ft"};
+const char *const kAngleUnitSymbols[] = {"rad", "deg"};
+const char *const kMassUnitSymbols[] = {"kg", "g", "lb"};
 
 template <std::size_t N>
 const char *nameAt(int u, const char *const (&names)[N]) {
@@ -316,25 +321,33 @@ const char *unitName(hcScene::distUnits u) { return nameAt(u, kDistUnitNames); }
 const char *unitName(hcScene::angleUnits u) { return nameAt(u, kAngleUnitNames); }
 const char *unitName(hcScene::massUnits u) { return nameAt(u, kMassUnitNames); }
 
-bool unitNamed(const char *str, hcScene::distUnits &out) { return lookUp(str, kDistUnitNames, out); }
-bool unitNamed(const char *str, hcScene::angleUnits &out) { return lookUp(str, kAngleUnitNames, out); }
-bool unitNamed(const char *str, hcScene::massUnits &out) { return lookUp(str, kMassUnitNames, out); }
+bool unitNamed(const char *str, hcScene::distUnits &out) {
+  return lookUp(str, kDistUnitNames, out) || lookUp(str, kDistUnitSymbols, out);
+}
+bool unitNamed(const char *str, hcScene::angleUnits &out) {
+  return lookUp(str, kAngleUnitNames, out) || lookUp(str, kAngleUnitSymbols, out);
+}
+bool unitNamed(const char *str, hcScene::massUnits &out) {
+  return lookUp(str, kMassUnitNames, out) || lookUp(str, kMassUnitSymbols, out);
+}
+
+void unknownUnit(const char *str) { hcmsg::warning(std::string("unknown unit ") + (str ? str : "(null)")); }
 
 }  // namespace hcscene_detail
 
 void hcScene::setDistanceUnits(const char *str) {
   OpRecord rec("hcScene::setDistanceUnits", str);
-  unitNamed(str, dist_);
+  if (!unitNamed(str, dist_)) unknownUnit(str);
 }
 
 void hcScene::setAngleUnits(const char *str) {
   OpRecord rec("hcScene::setAngleUnits", str);
-  unitNamed(str, angle_);
+  if (!unitNamed(str, angle_)) unknownUnit(str);
 }
 
 void hcScene::setMassUnits(const char *str) {
   OpRecord rec("hcScene::setMassUnits", str);
-  unitNamed(str, mass_);
+  if (!unitNamed(str, mass_)) unknownUnit(str);
 }
 
 float hcScene::getGravity() {

@@ -22,7 +22,8 @@ bool lookUp(const char *str, const char *const (&names)[N], E &out) {
 }
 
 // Unit names as scene files and setDistanceUnits, setAngleUnits and
-// setMassUnits spell them ("" for a value that names no unit).
+// setMassUnits spell them ("" for a value that names no unit); unitNamed
+// also knows their symbols (m cm mm in ft, rad deg, kg g lb).
 const char *unitName(hcScene::distUnits u);
 const char *unitName(hcScene::angleUnits u);
 const char *unitName(hcScene::massUnits u);

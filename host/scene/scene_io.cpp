@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "core/messages.h"
 #include "core/word_file.h"
 #include "scene/scene_detail.h"
 #include "figure/figure_detail.h"
@@ -125,6 +126,7 @@ int hcScene::load(const char *filename) {
   inParser_ = 1;
   const int ok = readScene(filename);
   inParser_ = 0;
+  if (!ok) hcmsg::unparsable(filename);
   return ok;
 }
 
@@ -170,7 +172,7 @@ int hcScene::writeScene(const char *filename) {
     if (!f->saveToFile(path.c_str(), 1, 1)) return 0;
     names.push_back(baseName(path));
   }
-  FILE *out = std::fopen(filename, "w");
+  FILE *out = hcmsg::open(filename, "w");
   if (!out) return 0;
   std::fprintf(out, "hcscene 1\ngravity %.9g\nunits %s %s %s\ncleantree %d\n",
                gravity_, unitName(dist_), unitName(angle_), unitName(mass_),
@@ -199,7 +201,7 @@ int hcScene::writePositions(const char *filename, int allAttachments) {
     if (!f->savePositions(path.c_str(), allAttachments)) return 0;
     lines.emplace_back(f->getName(), baseName(path));
   }
-  FILE *out = std::fopen(filename, "w");
+  FILE *out = hcmsg::open(filename, "w");
   if (!out) return 0;
   std::fprintf(out, "hcscenepositions 1\n");
   for (const auto &[name, file] : lines)

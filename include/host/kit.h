@@ -15,7 +15,8 @@
 //
 // The simulation loop.  hcSim::advance() runs the callbacks bound at
 // "preStep", moves the current time on by the time per iteration, then runs
-// those bound at "postStep".  With a time limit above 0 it refuses to move
+// those bound at "postStep" and, last, those at "postAdvance" (once per
+// advance that moved the time).  With a time limit above 0 it refuses to move
 // once the current time has reached the limit.  Any other place name is the
 // binder's own: hcSim::execCallbacks(where, ...) runs whatever is bound there.
 //
@@ -28,7 +29,16 @@
 //
 // Messages.  hcKit::sendMsg(text, type) hands a modifiable copy of text to
 // the handler bound for type (0 error, 1 warning, 2 information, 3 file)
-// and answers the handler's result; without a handler it answers 0.
+// and answers the handler's result; without a handler it answers 0.  The
+// host raises its own: an error naming the path of a file it cannot read,
+// parse ("cannot parse <path>") or write, or of a data path given to Init
+// that is not a directory (the path is stored all the same), and the type
+// and text of every Python exception; a warning naming an unknown unit word
+// ("unknown unit <word>"); information from toggleDebug ("debugging <flags
+// on>" or "debugging off") and from debugConstraints / debugMotions (a
+// header "N constraints" or "N motions", then one line per item: its name
+// and "active" or "inactive"); a file message "read <path>" or "wrote
+// <path>" for every file opened.
 //
 // Nesting.  Callbacks and message handlers may call back into the host; runs
 // nested deeper than kMaxNesting are skipped, so that a handler raising its
