@@ -199,8 +199,23 @@ hcPosture *hcPosture::create(hcFigure *figure, const char *name) {
 hcPosture *hcPosture::add(hcFigure *figure, const char *newName, const char *fileName) {
   OpRecord rec("hcPosture::add", figure, newName, fileName);
   if (!figure || emptyText(newName) || find(figure, newName)) return nullptr;
+  // The file is read whole first; a file that does not parse is reported.
+  std::vector<JointValues> joints;
+  hMatrix location;
+  if (!readPositionsFile(figure, fileName, location, joints)) {
+    hcmsg::unparsable(fileName);
+    return nullptr;
+  }
+  hcPosture *p = make(figure, newName);
+  p->location_ = location;
+  p->joints_ = std::move(joints);
+  return p;
+}
+
+bool hcPosture::readPositionsFile(hcFigure *figure, const char *fileName, hMatrix &location,
+                                  std::vector<JointValues> &joints) {
   std::vector<std::string> w;
-  if (!hcio::readWords(fileName, "hcpositions", w)) return nullptr;
+  if (!hcio::readWords(fileName, "hcpositions", w)) return false;
   // hcpositions 1 location <16> { joint <name> <n> <n values> } end
   size_t i = 0;
   auto next = [&](std::string &out) {
@@ -209,33 +224,27 @@ hcPosture *hcPosture::add(hcFigure *figure, const char *newName, const char *fil
     return true;
   };
   std::string word;
-  hMatrix location;
   if (!next(word) || word != "hcpositions" || !next(word) || word != "1" || !next(word) || word != "location")
-    return nullptr;
+    return false;
   for (int r = 0; r < 4; ++r)
     for (int c = 0; c < 4; ++c)
-      if (!next(word) || !toFloat(word, location.m[r][c])) return nullptr;
-  std::vector<JointValues> joints;
+      if (!next(word) || !toFloat(word, location.m[r][c])) return false;
   for (;;) {
-    if (!next(word)) return nullptr;
+    if (!next(word)) return false;
     if (word == "end") break;
     std::string name, count;
     long n = 0;
     JointValues jv;
     if (word != "joint" || !next(name) || !unescape(name, jv.joint) || !next(count) || !toCount(count, kMaxDofs, n))
-      return nullptr;
+      return false;
     hcJoint *j = figure->findJoint(jv.joint.c_str());
-    if (!j || j->getNDOFs() != n) return nullptr;
+    if (!j || j->getNDOFs() != n) return false;
     jv.values.resize(n);
     for (float &v : jv.values)
-      if (!next(word) || !toFloat(word, v)) return nullptr;
+      if (!next(word) || !toFloat(word, v)) return false;
     joints.push_back(std::move(jv));
   }
-  if (i != w.size()) return nullptr;
-  hcPosture *p = make(figure, newName);
-  p->location_ = location;
-  p->joints_ = std::move(joints);
-  return p;
+  return i == w.size();
 }
 
 int hcPosture::remove(hcPosture *posture) {

@@ -164,6 +164,10 @@ class hcPosture : public hcRefObject {
   };
 
   static hcPosture *make(hcFigure *figure, const char *name);
+  // Reads a positions file whose joints all exist on figure with their
+  // numbers of DOFs; false (outputs unspecified) otherwise.
+  static bool readPositionsFile(hcFigure *figure, const char *fileName, hMatrix &location,
+                                std::vector<JointValues> &joints);
   void capture(hcFigure *figure);
   std::string text() const;
 
