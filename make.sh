@@ -67,7 +67,8 @@ case "${1:-test}" in
     mkdir -p build/fuzz
     seed=$(date +%s)
     echo "seed $seed, log build/fuzz/log (the last line is the call being made)"
-    tclsh8.6 tests/fuzz_live.tcl "$PWD/build/libhktcl.so" build/fuzz/log "$seed" "${2:-1000}"
+    # Run inside build/fuzz: the files that commands write under junk names land there.
+    (cd build/fuzz && tclsh8.6 ../../tests/fuzz_live.tcl "$PWD/../libhktcl.so" log "$seed" "${2:-1000}")
     ;;
   soak)
     build build-bench -DCMAKE_BUILD_TYPE=Release -DHK_TESTS=OFF

@@ -45,9 +45,13 @@ proc make_pool {{class {}}} {
     if {$class eq "" || [regexp {Human|Anthro|Posture|Twist|Bone|Skin|Landmark} $class]} {
         set hf [hcFigure_createInMemory hz]
         set h [hcHuman_initHuman $hf]
-        hcHuman_buildSmoothSkin $h
         lappend pool {*}[pointers $hf $h [hcHuman_initAnthroscale $h] [hcHuman_getLandmarkSite $h 4] \
-            [hcHuman_getLandmarkJoint $h 0] [hcHuman_getSmoothSkin $h]]
+            [hcHuman_getLandmarkJoint $h 0]]
+        # A skin is many objects: made only where a skin command is called.
+        if {$class eq "" || [string match *Skin* $class]} {
+            hcHuman_buildSmoothSkin $h
+            lappend pool {*}[pointers [hcHuman_getSmoothSkin $h]]
+        }
     }
     set c [hcConstraint_create cz]
     hcConstraint_setEndEffectorSite $c $tip
