@@ -29,6 +29,13 @@ std::FILE *open(const char *path, const char *mode) {
   return f;
 }
 
+bool writeText(const char *path, const std::string &text) {
+  std::FILE *f = open(path, "w");
+  if (!f) return false;
+  const bool ok = std::fwrite(text.data(), 1, text.size(), f) == text.size();
+  return std::fclose(f) == 0 && ok;
+}
+
 void unparsable(const char *path) {
   struct stat st;
   if (path && ::stat(path, &st) == 0 && S_ISREG(st.st_mode) && ::access(path, R_OK) == 0)

@@ -21,6 +21,10 @@ void info(const std::string &text);
 // error when it does not.
 std::FILE *open(const char *path, const char *mode);
 
+// Writes text as the whole of the file path (through open); true when all
+// of it was written and the file closed cleanly.
+bool writeText(const char *path, const std::string &text);
+
 // After a reader refused a file: "cannot parse <path>" when the file is a
 // readable regular file (otherwise open has already said why).
 void unparsable(const char *path);

@@ -338,14 +338,7 @@ int hcSegment::saveGeometryToFile(const char *fileName, int global) {
       obj += line;
     }
   }
-  auto write = [](const std::string &path, const std::string &text) {
-    FILE *f = hcmsg::open(path.c_str(), "w");
-    if (!f) return false;
-    std::fwrite(text.data(), 1, text.size(), f);
-    const bool ok = !std::ferror(f);
-    return std::fclose(f) == 0 && ok;
-  };
-  return write(objPath, obj) && write(mtlPath, mtl) ? 1 : 0;
+  return hcmsg::writeText(objPath.c_str(), obj) && hcmsg::writeText(mtlPath.c_str(), mtl) ? 1 : 0;
 }
 
 int hcSegment::getMinDistance(hcSegment *toSegment, float *dist, float *dir,

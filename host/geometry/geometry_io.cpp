@@ -328,10 +328,7 @@ void hcMeshGeometry::writeToPsurf(const char *filename, int nodeOffset, float di
   for (const Node &n : nodes_) points.push_back(n.coords);
   std::vector<std::vector<int>> faces;
   for (const Face &f : faces_) faces.push_back(f.nodes);
-  std::unique_ptr<std::FILE, Closer> out(hcmsg::open(filename, "w"));
-  if (!out) return;
-  const std::string text = hcgeometry_detail::psurfText(points, faces, nodeOffset, discardTolerance, false);
-  std::fwrite(text.data(), 1, text.size(), out.get());
+  hcmsg::writeText(filename, hcgeometry_detail::psurfText(points, faces, nodeOffset, discardTolerance, false));
 }
 
 // ---------------------------------------------------------------------------

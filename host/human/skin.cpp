@@ -66,13 +66,6 @@ const char *sectionOf(const char *segment) {
   return "trunk";
 }
 
-void writeFile(const std::string &path, const std::string &text) {
-  if (std::FILE *f = hcmsg::open(path.c_str(), "w")) {
-    std::fwrite(text.data(), 1, text.size(), f);
-    std::fclose(f);
-  }
-}
-
 }  // namespace
 
 // ===========================================================================
@@ -172,7 +165,7 @@ void hcSmoothSkin::outputToPsurfs(const char *path, float discardTolerance, int 
         files.emplace_back(g->getName(), std::vector<std::size_t>{static_cast<std::size_t>(m)});
   }
   for (const auto &[name, meshes] : files)
-    writeFile(dir + name + ".psurf",
+    hcmsg::writeText((dir + name + ".psurf").c_str(),
               self->psurfOf(meshes, nullptr, discardTolerance, splitTriangles != 0, nodeOffset));
 }
 
@@ -636,7 +629,7 @@ void hcSmoothSkinImpl::printPsurfRep(hcSegment *seg, const char *outdir, const c
   hMatrix frame;
   seg->getGlobal(frame);
   const hMatrix back = inverse(frame);
-  writeFile(std::string(*outdir ? outdir : ".") + "/" + filename,
+  hcmsg::writeText((std::string(*outdir ? outdir : ".") + "/" + filename).c_str(),
             psurfOf({static_cast<std::size_t>(m)}, global ? nullptr : &back, 0.00005f, false, 1));
 }
 

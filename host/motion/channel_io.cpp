@@ -33,14 +33,6 @@ std::string header(const char *name, int fps, int method) {
          std::to_string(method) + "\n";
 }
 
-int writeText(const char *filename, const std::string &text) {
-  if (!filename) return 0;
-  std::FILE *f = hcmsg::open(filename, "w");
-  if (!f) return 0;
-  bool ok = std::fwrite(text.data(), 1, text.size(), f) == text.size();
-  ok = std::fclose(f) == 0 && ok;
-  return ok ? 1 : 0;
-}
 
 // "key" alone or "key rest": the rest, or false for another line.
 bool keyed(const std::string &line, const char *key, std::string &rest) {
@@ -74,7 +66,7 @@ int hcChannelFile::writeAll(const char *filename, const char *name, int fps, int
     out += "endchannel\n";
   }
   out += "end\n";
-  return writeText(filename, out);
+  return hcmsg::writeText(filename, out) ? 1 : 0;
 }
 
 int hcChannelFile::writeSampled(const char *filename, const char *name, int fps, int method,
@@ -99,7 +91,7 @@ int hcChannelFile::writeSampled(const char *filename, const char *name, int fps,
     out += "endchannel\n";
   }
   out += "end\n";
-  return writeText(filename, out);
+  return hcmsg::writeText(filename, out) ? 1 : 0;
 }
 
 hcChannelSet *hcChannelFile::read(const char *filename) {
