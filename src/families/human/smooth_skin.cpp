@@ -2,6 +2,8 @@
 // hcSmoothSkin; the extension commands reach the implementation class
 // through a checked cast and work on its meshes' rigging.
 #include <list>
+#include <type_traits>
+#include <utility>
 
 #include "frame/classes.h"
 #include "host/skin.h"
@@ -16,14 +18,25 @@ using S = hcSmoothSkin;
 // The implementation behind a skin; every skin this host builds is one.
 hcSmoothSkinImpl *Impl(S &skin) { return dynamic_cast<hcSmoothSkinImpl *>(&skin); }
 
-hcMeshGeometry *MeshByName(S &skin, const char *name) {
+using Sk = hcSmoothSkinImpl;
+
+// Runs an operation of the implementation: its answer, or the empty answer
+// (null, 0, nothing) for a skin of another class.
+template <auto Op, class... A>
+auto OnImpl(S &skin, A... a) {
+  using R = decltype((std::declval<Sk &>().*Op)(a...));
   hcSmoothSkinImpl *impl = Impl(skin);
-  return impl ? impl->getMeshGeometry(name) : nullptr;
+  if constexpr (std::is_void_v<R>) {
+    if (impl) (impl->*Op)(a...);
+  } else {
+    return impl ? (impl->*Op)(a...) : R{};
+  }
 }
-hcMeshGeometry *MeshByNum(S &skin, int num) {
-  hcSmoothSkinImpl *impl = Impl(skin);
-  return impl ? impl->getMeshGeometry(num) : nullptr;
-}
+
+constexpr auto kImplMeshByName = static_cast<hcMeshGeometry *(Sk::*)(const char *)>(&Sk::getMeshGeometry);
+constexpr auto kImplMeshByNum = static_cast<hcMeshGeometry *(Sk::*)(int)>(&Sk::getMeshGeometry);
+constexpr auto MeshByName = &OnImpl<kImplMeshByName, const char *>;
+constexpr auto MeshByNum = &OnImpl<kImplMeshByNum, int>;
 
 // The rigging of mesh number meshID; null when there is no such mesh.
 hcMeshInternals *Rig(S &skin, int meshID) {
@@ -47,12 +60,6 @@ void VertexRestNormal(S &skin, int meshID, int vert, hVector &v0) {
   if (hcMeshInternals *in = Rig(skin, meshID)) in->getVertexRestNormal(vert, v0);
 }
 
-// Runs an operation of the implementation; nothing for another skin.
-template <auto Op, class... A>
-void OnImpl(S &skin, A... a) {
-  if (hcSmoothSkinImpl *impl = Impl(skin)) (impl->*Op)(a...);
-}
-
 // The vertices a mesh shares with its neighbour neighborID, in a new list:
 // this mesh's, or with Neighbour the neighbour's (the host fills the lists
 // in the order given, so they are passed swapped).  The module never frees
@@ -69,31 +76,17 @@ std::list<int> *SharedVertices(S &skin, const char *meshName, int neighborID) {
   return new std::list<int>(first.begin(), first.end());
 }
 
-hcLandmarkImpl *LandmarkByName(S &skin, const char *name) {
-  hcSmoothSkinImpl *impl = Impl(skin);
-  return impl ? dynamic_cast<hcLandmarkImpl *>(impl->getLandmark(name)) : nullptr;
-}
-hcLandmarkImpl *LandmarkByNum(S &skin, int n) {
-  hcSmoothSkinImpl *impl = Impl(skin);
-  return impl ? dynamic_cast<hcLandmarkImpl *>(impl->getLandmark(n)) : nullptr;
+// A landmark of the implementation, cast once more to its implementation
+// class (null for a landmark of another class).
+template <class Key>
+hcLandmarkImpl *Landmark(S &skin, Key key) {
+  constexpr auto op = static_cast<hcLandmark *(Sk::*)(Key)>(&Sk::getLandmark);
+  return dynamic_cast<hcLandmarkImpl *>(OnImpl<op, Key>(skin, key));
 }
 
-hcSegmentBone *SegmentBone(S &skin, hcSegment *s) {
-  hcSmoothSkinImpl *impl = Impl(skin);
-  return impl ? impl->getBone(s) : nullptr;
-}
-hcTwistLink *TwistLink(S &skin, hcJoint *j) {
-  hcSmoothSkinImpl *impl = Impl(skin);
-  return impl ? impl->getTwistLink(j) : nullptr;
-}
-int NPsurfReps(S &skin, hcSegment *seg) {
-  hcSmoothSkinImpl *impl = Impl(skin);
-  return impl ? impl->getNPsurfReps(seg) : 0;
-}
 hcPsurf *PsurfRep(S &skin, int i, hcSegment *seg) {
-  hcSmoothSkinImpl *impl = Impl(skin);
   float scratch[4] = {};  // filled by the host and not reported
-  return impl ? impl->getPsurfRep(i, seg, scratch, 0) : nullptr;
+  return OnImpl<&Sk::getPsurfRep, int, hcSegment *, float *, int>(skin, i, seg, scratch, 0);
 }
 
 float SetSeamEpsilon(float value) { return S::s_seamVertexEpsilon = value; }
@@ -110,7 +103,6 @@ struct hk::ArrayUse<&VertexBones> {
 namespace {
 using namespace hk;
 
-using Sk = hcSmoothSkinImpl;
 constexpr auto kMeshByNumber = static_cast<hcMeshGeometry *(S::*)(int)>(&S::getMeshGeometry);
 constexpr auto kLandmarkByNumber = static_cast<hcLandmark *(S::*)(int)>(&S::getLandmark);
 constexpr auto kSectionByNumber = static_cast<hcBodySection *(S::*)(int)>(&S::getBodySection);
@@ -147,8 +139,8 @@ const Row kRows[] = {
     fn<"hcSmoothSkin_s_seamVertexEpsilon_set", "{ float  } ", &SetSeamEpsilon>,
     fn<"hcSmoothSkin_s_seamVertexEpsilon_get", "", &GetSeamEpsilon>,
 
-    method<"hcSmoothSkin_getMeshGeometryByName", "{ hcSmoothSkin * } name ", &MeshByName>,
-    method<"hcSmoothSkin_getMeshGeometryByNum", "{ hcSmoothSkin * } num ", &MeshByNum>,
+    method<"hcSmoothSkin_getMeshGeometryByName", "{ hcSmoothSkin * } name ", MeshByName>,
+    method<"hcSmoothSkin_getMeshGeometryByNum", "{ hcSmoothSkin * } num ", MeshByNum>,
     method<"hcSmoothSkin_getVertexBones", "{ hcSmoothSkin * } meshID vert bones weights ", &VertexBones>,
     method<"hcSmoothSkin_getVertexOffsets", "{ hcSmoothSkin * } meshID vert v0 v1 v2 v3 ", &VertexOffsets>,
     method<"hcSmoothSkin_getVertexFrames", "{ hcSmoothSkin * } meshID vert v0 v1 v2 v3 ", &VertexFrames>,
@@ -161,13 +153,13 @@ const Row kRows[] = {
     method<"hcSmoothSkin_getThisSharedVertices", "{ hcSmoothSkin * } meshName neighborID ", &SharedVertices<false>>,
     method<"hcSmoothSkin_getNeighborSharedVertices", "{ hcSmoothSkin * } meshName neighborID ",
            &SharedVertices<true>>,
-    method<"hcSmoothSkin_getLandmarkByName", "{ hcSmoothSkin * } name ", &LandmarkByName>,
-    method<"hcSmoothSkin_getLandmarkByNum", "{ hcSmoothSkin * } n ", &LandmarkByNum>,
-    method<"hcSmoothSkin_getSegmentBone", "{ hcSmoothSkin * } s ", &SegmentBone>,
+    method<"hcSmoothSkin_getLandmarkByName", "{ hcSmoothSkin * } name ", &Landmark<const char *>>,
+    method<"hcSmoothSkin_getLandmarkByNum", "{ hcSmoothSkin * } n ", &Landmark<int>>,
+    method<"hcSmoothSkin_getSegmentBone", "{ hcSmoothSkin * } s ", &OnImpl<&Sk::getBone, hcSegment *>>,
     method<"hcSmoothSkin_setDisplay", "{ hcSmoothSkin * } type value ",
            &OnImpl<&Sk::setDisplay, hcSegment::segDisplayType, int>>,
-    method<"hcSmoothSkin_getTwistLink", "{ hcSmoothSkin * } j ", &TwistLink>,
-    method<"hcSmoothSkin_getNPsurfReps", "{ hcSmoothSkin * } seg ", &NPsurfReps>,
+    method<"hcSmoothSkin_getTwistLink", "{ hcSmoothSkin * } j ", &OnImpl<&Sk::getTwistLink, hcJoint *>>,
+    method<"hcSmoothSkin_getNPsurfReps", "{ hcSmoothSkin * } seg ", &OnImpl<&Sk::getNPsurfReps, hcSegment *>>,
     method<"hcSmoothSkin_getPsurfRep", "{ hcSmoothSkin * } i seg ", &PsurfRep>,
     method<"hcSmoothSkin_printPsurfRep", "{ hcSmoothSkin * } seg outdir filename global ",
            &OnImpl<&Sk::printPsurfRep, hcSegment *, const char *, const char *, int>>,
