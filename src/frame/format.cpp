@@ -75,6 +75,49 @@ int ExactDigits(double a, char *digits, int &exponent) {
   return n;
 }
 
+// Lays out n significant digits with value d.ddd x 10^exponent as the
+// interpreter does: fixed form with at least one fraction digit from 1e-4 up
+// to 1e17, exponent form (at least one exponent digit) outside.
+char *LayOut(char *out, const char *digits, int n, int exponent) {
+  if (exponent < -4 || exponent > 16) {
+    *out++ = digits[0];
+    if (n > 1) {
+      *out++ = '.';
+      std::memcpy(out, digits + 1, static_cast<std::size_t>(n - 1));
+      out += n - 1;
+    }
+    *out++ = 'e';
+    *out++ = exponent < 0 ? '-' : '+';
+    const int x = exponent < 0 ? -exponent : exponent;
+    if (x >= 100) *out++ = static_cast<char>('0' + x / 100);
+    if (x >= 10) *out++ = static_cast<char>('0' + x / 10 % 10);
+    *out++ = static_cast<char>('0' + x % 10);
+    return out;
+  }
+  if (exponent < 0) {
+    // 0.000ddd
+    *out++ = '0';
+    *out++ = '.';
+    for (int z = -exponent - 1; z > 0; --z) *out++ = '0';
+    std::memcpy(out, digits, static_cast<std::size_t>(n));
+    return out + n;
+  }
+  const int whole = exponent + 1;  // digits before the point
+  if (n <= whole) {
+    std::memcpy(out, digits, static_cast<std::size_t>(n));
+    out += n;
+    for (int z = whole - n; z > 0; --z) *out++ = '0';
+    *out++ = '.';
+    *out++ = '0';
+    return out;
+  }
+  std::memcpy(out, digits, static_cast<std::size_t>(whole));
+  out += whole;
+  *out++ = '.';
+  std::memcpy(out, digits + whole, static_cast<std::size_t>(n - whole));
+  return out + (n - whole);
+}
+
 }  // namespace
 
 void WatchPrecision(Tcl_Interp *interp) {
@@ -88,48 +131,34 @@ int FormatDouble(double value, char *buf) {
     Tcl_PrintDouble(nullptr, value, buf);
     return static_cast<int>(std::strlen(buf));
   }
-  // The shortest digits and the decimal exponent: value = d.ddd x 10^exponent.
   char *out = buf;
-  char digits[24];
-  int n = 0, exponent = 0;
   if (std::signbit(value)) *out++ = '-';
-  n = ExactDigits(std::fabs(value), digits, exponent);
+  const double a = std::fabs(value);
+  char digits[24];
+  int exponent = 0;
+  const int n = ExactDigits(a, digits, exponent);
   if (n > 15) {
+    // The shortest text may be a tie between two candidates.
     Tcl_PrintDouble(nullptr, value, buf);
     return static_cast<int>(std::strlen(buf));
   }
-  if (n == 0) {
-    char sci[40];
-    const auto res = std::to_chars(sci, sci + sizeof sci, std::fabs(value), std::chars_format::scientific);
-    *res.ptr = '\0';
-    const char *p = sci;
-    n = 0;
-    for (; *p && *p != 'e'; ++p)
-      if (*p != '.') digits[n++] = *p;
-    exponent = *p == 'e' ? std::atoi(p + 1) : 0;
-  }
-  if (exponent < -4 || exponent > 16) {
-    // Exponent form for numbers below 1e-4 and from 1e17 on.
-    *out++ = digits[0];
-    if (n > 1) {
-      *out++ = '.';
-      for (int i = 1; i < n; ++i) *out++ = digits[i];
-    }
-    *out++ = 'e';
-    *out++ = exponent < 0 ? '-' : '+';
-    out = std::to_chars(out, buf + kNumberSpace, exponent < 0 ? -exponent : exponent).ptr;
+  if (n > 0) {
+    out = LayOut(out, digits, n, exponent);
   } else {
-    // Fixed form, always with a fraction.
-    int i = 0;
-    if (exponent < 0) *out++ = '0';
-    while (exponent-- >= 0) *out++ = i < n ? digits[i++] : '0';
-    *out++ = '.';
-    if (i >= n) {
-      *out++ = '0';
-    } else {
-      while (++exponent < -1) *out++ = '0';
-      while (i < n) *out++ = digits[i++];
+    // The shortest round-trip digits as d.ddde-XX; moving the first digit
+    // onto the point makes the digits contiguous.
+    char sci[40];
+    const char *end = std::to_chars(sci, sci + sizeof sci, a, std::chars_format::scientific).ptr;
+    const char *e = end - 2;  // at least one exponent digit after "e-"
+    while (*e != 'e') --e;
+    int x = 0;
+    for (const char *p = e + 2; p < end; ++p) x = x * 10 + (*p - '0');
+    const char *first = sci;
+    if (sci[1] == '.') {
+      sci[1] = sci[0];
+      first = sci + 1;
     }
+    out = LayOut(out, first, static_cast<int>(e - first), e[1] == '-' ? -x : x);
   }
   *out = '\0';
   return static_cast<int>(out - buf);
@@ -156,10 +185,109 @@ long ParseLong(const char *word) {
   return value == kMin ? std::numeric_limits<long>::max() : -value;
 }
 
+namespace {
+
+// Six significant digits of a, correctly rounded (ties to even, as the C
+// library rounds an exact tie), when exact arithmetic on doubles or
+// integers can find them: digits is 100000..999999 and a rounds to
+// digits x 10^(exponent - 5).  False when a is out of the fast range.
+bool SixDigits(double a, std::uint64_t &digits, int &exponent) {
+  static constexpr double kPow10[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
+                                      1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+  static constexpr std::uint64_t kPow10Int[] = {1,         10,         100,         1000,         10000,
+                                                100000,    1000000,    10000000,    100000000,    1000000000,
+                                                10000000000, 100000000000, 1000000000000, 10000000000000};
+  // The bits of 5^k: a x 10^k is exact when the odd part of a's significand
+  // and 5^k fit in 53 bits together.
+  static constexpr int kPow5Bits[] = {0,  3,  5,  7,  10, 12, 14, 17, 19, 21, 24, 26,
+                                      28, 31, 33, 35, 38, 40, 42, 45, 47, 49, 52};
+  const auto bits = std::bit_cast<std::uint64_t>(a);
+  const int biased = static_cast<int>(bits >> 52);
+  if (biased == 0) return false;  // zero and subnormals
+  std::uint64_t m = (bits & ((std::uint64_t{1} << 52) - 1)) | (std::uint64_t{1} << 52);
+  const int e2 = biased - 1075;             // a = m x 2^e2
+  const int significant = 53 - __builtin_ctzll(m);  // bits of m's odd part
+  // floor(log10(a)), or one less.
+  int x = ((biased - 1023) * 78913) >> 18;
+  for (int tries = 0; tries < 2; ++tries, ++x) {
+    const int k = 5 - x;
+    if (k >= 0) {
+      if (k > 22 || significant + kPow5Bits[k] > 53) return false;
+      const double scaled = a * kPow10[k];  // exact
+      if (scaled >= 1e6) continue;
+      if (scaled < 1e5) return false;  // the estimate was never too high
+      auto whole = static_cast<std::uint64_t>(scaled);
+      const double fraction = scaled - static_cast<double>(whole);  // exact
+      if (fraction > 0.5 || (fraction == 0.5 && (whole & 1))) ++whole;
+      digits = whole;
+      exponent = x;
+    } else {
+      // a >= 1e6: an integer when its significand has no fraction bits.
+      if (-k > 13 || e2 > 10 || e2 + 53 - significant < 0) return false;
+      const std::uint64_t n = e2 >= 0 ? m << e2 : m >> -e2;
+      const std::uint64_t p = kPow10Int[-k];
+      std::uint64_t q = n / p;
+      if (q >= 1000000) continue;
+      const std::uint64_t r = n % p;
+      if (2 * r > p || (2 * r == p && (q & 1))) ++q;
+      digits = q;
+      exponent = x;
+    }
+    if (digits == 1000000) {
+      digits = 100000;
+      ++exponent;
+    }
+    return true;
+  }
+  return false;
+}
+
+}  // namespace
+
 int FormatG(double value, char *buf) {
-  const auto res = std::to_chars(buf, buf + kNumberSpace - 1, value, std::chars_format::general, 6);
-  *res.ptr = '\0';
-  return static_cast<int>(res.ptr - buf);
+  std::uint64_t six = 0;
+  int x = 0;
+  if (!std::isfinite(value) || !SixDigits(std::fabs(value), six, x)) {
+    const auto res = std::to_chars(buf, buf + kNumberSpace - 1, value, std::chars_format::general, 6);
+    *res.ptr = '\0';
+    return static_cast<int>(res.ptr - buf);
+  }
+  char digits[6];
+  for (int i = 5; i >= 0; --i, six /= 10) digits[i] = static_cast<char>('0' + six % 10);
+  int n = 6;
+  while (n > 1 && digits[n - 1] == '0') --n;
+  char *out = buf;
+  if (std::signbit(value)) *out++ = '-';
+  if (x < -4 || x >= 6) {
+    *out++ = digits[0];
+    if (n > 1) {
+      *out++ = '.';
+      std::memcpy(out, digits + 1, static_cast<std::size_t>(n - 1));
+      out += n - 1;
+    }
+    *out++ = 'e';
+    *out++ = x < 0 ? '-' : '+';
+    const int ax = x < 0 ? -x : x;  // at least two exponent digits
+    if (ax >= 100) *out++ = static_cast<char>('0' + ax / 100);
+    *out++ = static_cast<char>('0' + ax / 10 % 10);
+    *out++ = static_cast<char>('0' + ax % 10);
+  } else if (x < 0) {
+    *out++ = '0';
+    *out++ = '.';
+    for (int z = -x - 1; z > 0; --z) *out++ = '0';
+    std::memcpy(out, digits, static_cast<std::size_t>(n));
+    out += n;
+  } else {
+    const int whole = x + 1;
+    for (int i = 0; i < whole; ++i) *out++ = i < n ? digits[i] : '0';
+    if (n > whole) {
+      *out++ = '.';
+      std::memcpy(out, digits + whole, static_cast<std::size_t>(n - whole));
+      out += n - whole;
+    }
+  }
+  *out = '\0';
+  return static_cast<int>(out - buf);
 }
 
 int FormatLong(long value, char *buf) {

@@ -122,6 +122,28 @@ TEST(Format, RandomBitPatternsAndFloatsMatch) {
   Compare(values);
 }
 
+TEST(Format, EverydayFloatsAndSixDigitTiesMatch) {
+  // Floats of everyday sizes (where "%g" finds its digits by exact scaling),
+  // and values exactly halfway between two six-digit texts.
+  std::mt19937_64 rng(42);
+  std::uniform_real_distribution<float> unit(-1.0f, 1.0f);
+  std::uniform_int_distribution<int> decade(-9, 19);
+  std::vector<double> values;
+  for (long i = 0; i < RandomCount() / 4; ++i) {
+    values.push_back(static_cast<double>(unit(rng) * std::pow(10.0f, static_cast<float>(decade(rng)))));
+    const std::uint64_t six = 100000 + rng() % 900000;
+    const double tie = (static_cast<double>(six) + 0.5) * std::pow(10.0, static_cast<int>(rng() % 14) - 6);
+    values.insert(values.end(), {tie, std::nextafter(tie, 0.0), std::nextafter(tie, 1e300), -tie});
+    if (values.size() >= 4096) {
+      Compare(values);
+      values.clear();
+    }
+  }
+  for (double nines : {999999.5, 9999995.0, 99999.95, 0.9999995, 999999.4999, 1e6 - 0.5, 1e13 * 999999.5})
+    values.insert(values.end(), {nines, std::nextafter(nines, 0.0), std::nextafter(nines, 1e300)});
+  Compare(values);
+}
+
 TEST(Format, OtherPrecisionsAreTheInterpretersOwn) {
   Tcl_Interp *interp = Tcl_CreateInterp();
   hk::WatchPrecision(interp);
