@@ -213,7 +213,11 @@ int ObjectCommandProc(ClassDef &def, ClientData object, Tcl_Interp *interp, int 
   ClassRuntime &rt = *def.runtime;
   if (argc < 2) return Fail(interp, rt.methodsText);
   char self[kMaxPointerString];
-  MakePointer(self, object, def.typeString);
+  if (object != rt.lastObject || !rt.lastSelfLength) {
+    rt.lastSelfLength = MakePointer(rt.lastSelf, object, def.typeString);
+    rt.lastObject = object;
+  }
+  std::memcpy(self, rt.lastSelf, static_cast<std::size_t>(rt.lastSelfLength) + 1);
 
   auto hit = rt.methodIndex.find(argv[1]);
   if (hit != rt.methodIndex.end()) {

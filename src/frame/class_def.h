@@ -50,6 +50,11 @@ struct ClassRuntime {
   std::string methodsText, invalidMethodText;
   std::string cgetText, invalidCgetText;
   std::string configureText, invalidConfigureText;
+  // The typed pointer text of the object whose command ran last: scripts
+  // tend to call one object many times in a row.
+  const void *lastObject = nullptr;
+  int lastSelfLength = 0;
+  char lastSelf[kMaxPointerString] = {};
 };
 
 struct ClassDef {

@@ -32,27 +32,34 @@ int ArrayTooShort(Tcl_Interp *interp, const char *cmd, int index, long holds, lo
   return TCL_ERROR;
 }
 
+void SetText(Tcl_Interp *interp, const char *text, int length) {
+  // The interpreter's result object, when nothing else holds it, takes the
+  // text in place, without a new object or the legacy result's copies.
+  Tcl_Obj *result = Tcl_GetObjResult(interp);
+  if (Tcl_IsShared(result))
+    Tcl_SetObjResult(interp, Tcl_NewStringObj(text, length));
+  else
+    Tcl_SetStringObj(result, text, length);
+}
+
 void SetLong(Tcl_Interp *interp, long value) {
   char buf[kNumberSpace];
-  FormatLong(value, buf);
-  Tcl_SetResult(interp, buf, TCL_VOLATILE);
+  SetText(interp, buf, FormatLong(value, buf));
 }
 
 void SetUnsigned(Tcl_Interp *interp, unsigned long value) {
   char buf[kNumberSpace];
-  FormatUnsigned(value, buf);
-  Tcl_SetResult(interp, buf, TCL_VOLATILE);
+  SetText(interp, buf, FormatUnsigned(value, buf));
 }
 
 void SetDouble(Tcl_Interp *interp, double value) {
   char buf[kNumberSpace];
-  FormatDouble(value, buf);
-  Tcl_SetResult(interp, buf, TCL_VOLATILE);
+  SetText(interp, buf, FormatDouble(value, buf));
 }
 
 void SetString(Tcl_Interp *interp, const char *text) {
   if (text)
-    Tcl_SetResult(interp, const_cast<char *>(text), TCL_VOLATILE);
+    SetText(interp, text, static_cast<int>(std::strlen(text)));
   else
     Tcl_ResetResult(interp);
 }
@@ -60,12 +67,11 @@ void SetString(Tcl_Interp *interp, const char *text) {
 void SetPointer(Tcl_Interp *interp, const void *addr, const char *type) {
   if (std::strlen(type) < kMaxPointerString - 2 * sizeof(void *) - 2) {
     char buf[kMaxPointerString];
-    MakePointer(buf, addr, type);
-    Tcl_SetResult(interp, buf, TCL_VOLATILE);
+    SetText(interp, buf, MakePointer(buf, addr, type));
   } else {
     // Type names typed by scripts can be of any length.
     std::string text = MakePointerString(addr, type);
-    Tcl_SetResult(interp, const_cast<char *>(text.c_str()), TCL_VOLATILE);
+    SetText(interp, text.data(), static_cast<int>(text.size()));
   }
 }
 

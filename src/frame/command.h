@@ -64,6 +64,8 @@ const std::string &UsageText() {
 // ---------------------------------------------------------------------------
 // Result writers.
 
+// Sets the result to length bytes of text.
+void SetText(Tcl_Interp *interp, const char *text, int length);
 void SetLong(Tcl_Interp *interp, long value);
 void SetUnsigned(Tcl_Interp *interp, unsigned long value);
 void SetDouble(Tcl_Interp *interp, double value);

@@ -1,8 +1,11 @@
 #include "frame/typed_pointer.h"
 
+#include <array>
 #include <cstdlib>
 #include <cstring>
 #include <deque>
+#include <string_view>
+#include <unordered_map>
 
 #include "frame/hierarchy.h"
 
@@ -36,6 +39,9 @@ CacheEntry cache[kCacheSlots];
 int cacheInsert = 0;
 int cacheProbe = 0;
 int registrations = 0;
+// Where each head's name sits in heads, so that registering finds a head
+// without scanning the table.
+std::unordered_map<std::string_view, int> headIndex;
 
 int CompareHeads(const void *a, const void *b) {
   return std::strcmp(static_cast<const MapEntry *>(a)->name,
@@ -44,6 +50,8 @@ int CompareHeads(const void *a, const void *b) {
 
 void SortHeads() {
   std::qsort(heads, headCount, sizeof(MapEntry), CompareHeads);
+  headIndex.clear();
+  for (int i = 0; i < headCount; ++i) headIndex.emplace(heads[i].name, i);
   for (int &s : startIndex) s = headCount;
   for (int i = headCount - 1; i >= 0; --i)
     startIndex[static_cast<unsigned char>(heads[i].name[1])] = i;
@@ -61,33 +69,38 @@ bool CacheCopy(char (&dst)[kNameBuffer], const char *src) {
   return true;
 }
 
+// The value of each hexadecimal digit, -1 for every other character.
+constexpr auto kHexValue = [] {
+  std::array<signed char, 256> t{};
+  for (auto &v : t) v = -1;
+  for (int i = 0; i < 10; ++i) t['0' + i] = static_cast<signed char>(i);
+  for (int i = 0; i < 6; ++i) t['a' + i] = t['A' + i] = static_cast<signed char>(10 + i);
+  return t;
+}();
+
 void *ApplyCast(MapEntry *node, void *addr) {
   return node->cast ? node->cast(addr) : addr;
 }
 
 }  // namespace
 
-void MakePointer(char *dst, const void *addr, const char *type) {
-  auto value = reinterpret_cast<std::uintptr_t>(addr);
+int MakePointer(char *dst, const void *addr, const char *type) {
+  auto value = static_cast<std::uint64_t>(reinterpret_cast<std::uintptr_t>(addr));
   if (value == 0) {
     std::memcpy(dst, "NULL", 5);
-    return;
+    return 4;
   }
-  static const char digits[] = "0123456789abcdef";
-  char scratch[2 * sizeof(value) + 2];
-  int n = 0;
-  while (value) {
-    scratch[n++] = digits[value & 0xf];
-    value >>= 4;
-  }
-  scratch[n++] = '_';
-  int out = 0;
-  while (n > 0) dst[out++] = scratch[--n];
-  std::size_t room = kMaxPointerString - 1 - out;
+  static constexpr char kDigits[] = "0123456789abcdef";
+  const int n = (67 - __builtin_clzll(value)) / 4;  // hex digits without leading zeros
+  dst[0] = '_';
+  for (int i = n; i > 0; --i, value >>= 4) dst[i] = kDigits[value & 0xf];
+  const int out = n + 1;
+  std::size_t room = kMaxPointerString - 1 - static_cast<std::size_t>(out);
   std::size_t tlen = std::strlen(type);
   if (tlen > room) tlen = room;
   std::memcpy(dst + out, type, tlen);
   dst[out + tlen] = '\0';
+  return out + static_cast<int>(tlen);
 }
 
 std::string MakePointerString(const void *addr, const char *type) {
@@ -104,14 +117,7 @@ const char *CheckPointer(const char *text, void **addr, const char *expected) {
   }
   const char *c = text + 1;
   std::uint64_t value = 0;
-  for (;; ++c) {
-    int d;
-    if (*c >= '0' && *c <= '9') d = *c - '0';
-    else if (*c >= 'a' && *c <= 'f') d = *c - 'a' + 10;
-    else if (*c >= 'A' && *c <= 'F') d = *c - 'A' + 10;
-    else break;
-    value = value * 16 + d;
-  }
+  for (int d; (d = kHexValue[static_cast<unsigned char>(*c)]) >= 0; ++c) value = value * 16 + static_cast<unsigned>(d);
   const char *given = c;
   void *raw = reinterpret_cast<void *>(static_cast<std::uintptr_t>(value));
   if (!expected || std::strcmp(given, expected) == 0) {
@@ -185,9 +191,9 @@ void RegisterType(const char *expected, const char *substitute, CastFn cast) {
     heads = static_cast<MapEntry *>(std::realloc(heads, headCapacity * sizeof(MapEntry)));
   }
   MapEntry *head = nullptr;
-  for (int i = 0; i < headCount; ++i)
-    if (std::strcmp(heads[i].name, expected) == 0) head = &heads[i];
+  if (auto found = headIndex.find(expected); found != headIndex.end()) head = &heads[found->second];
   if (!head) {
+    headIndex.emplace(expected, headCount);
     head = &heads[headCount++];
     *head = {expected, static_cast<int>(std::strlen(expected)), nullptr, nullptr};
     sorted = false;
@@ -316,6 +322,7 @@ void Reset() {
   }
   std::free(heads);
   heads = nullptr;
+  headIndex.clear();
   headCount = 0;
   headCapacity = 64;
   sorted = false;

@@ -20,9 +20,10 @@ using CastFn = void *(*)(void *);
 
 // Writes the typed pointer string of addr into dst, which must hold at least
 // kMaxPointerString bytes when the type string is shorter than 200 characters.
-// Longer type strings are cut so that dst never overflows.
+// Longer type strings are cut so that dst never overflows.  Answers the
+// length written.
 constexpr std::size_t kMaxPointerString = 256;
-void MakePointer(char *dst, const void *addr, const char *type);
+int MakePointer(char *dst, const void *addr, const char *type);
 
 // Same, for type strings of any length.
 std::string MakePointerString(const void *addr, const char *type);

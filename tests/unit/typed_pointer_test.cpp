@@ -31,10 +31,14 @@ class TypeMap : public ::testing::Test {
 
 TEST(MakePointer, WritesNullAndLowerCaseHex) {
   char buf[kMaxPointerString];
-  MakePointer(buf, nullptr, "_hcFigure_p");
+  EXPECT_EQ(MakePointer(buf, nullptr, "_hcFigure_p"), 4);
   EXPECT_STREQ(buf, "NULL");
-  MakePointer(buf, reinterpret_cast<void *>(0x1f2a3b40), "_hcFigure_p");
+  EXPECT_EQ(MakePointer(buf, reinterpret_cast<void *>(0x1f2a3b40), "_hcFigure_p"), 20);
   EXPECT_STREQ(buf, "_1f2a3b40_hcFigure_p");
+  MakePointer(buf, reinterpret_cast<void *>(~std::uintptr_t{0}), "");
+  EXPECT_STREQ(buf, "_ffffffffffffffff");
+  MakePointer(buf, reinterpret_cast<void *>(1), "_p");
+  EXPECT_STREQ(buf, "_1_p");
   EXPECT_EQ(MakePointerString(reinterpret_cast<void *>(0xABC), "_x_p"), "_abc_x_p");
 }
 
