@@ -59,7 +59,7 @@
 #include "host/human.h"
 #include "host/scene.h"
 
-enum ANTHRO_DATABASE { ANSUR = 0, NHANES = 1, NA_AUTO = 2, CDN_LF_97 = 3 };
+enum ANTHRO_DATABASE : int { ANSUR = 0, NHANES = 1, NA_AUTO = 2, CDN_LF_97 = 3 };
 
 unsigned int getNumAnthroDatabases();
 // Null for an index outside 0 .. getNumAnthroDatabases() - 1.
@@ -81,12 +81,12 @@ const char *getScalingCacheDir();  // null until set
 
 class hcAnthroScale {
  public:
-  enum bodyPart {
+  enum bodyPart : int {
     HEAD = 0, NECK, TORSO, BICEP, FOREARM, HAND, PELVIS, THIGH, CALF, FOOT
   };
-  enum dimIndex { INVALID_DIM = 0, LENGTH, BREADTH, HEIGHT, DEPTH };
-  enum humanType { MALE = 0, FEMALE, CHILD };
-  enum measurement {
+  enum dimIndex : int { INVALID_DIM = 0, LENGTH, BREADTH, HEIGHT, DEPTH };
+  enum humanType : int { MALE = 0, FEMALE, CHILD };
+  enum measurement : int {
     STATURE = 0, ABDOMINAL_DEPTH, ANKLE_HEIGHT, ACROMION_HEIGHT, ARM_LENGTH,
     BIACROMINAL_BREADTH, BIDELTOID_BREADTH, BUTTOCK_KNEE_LENGTH,
     ELBOW_REST_HEIGHT, ELBOW_FINGERTIP_LENGTH, FOOT_BREADTH, FOOT_LENGTH,
@@ -95,7 +95,7 @@ class hcAnthroScale {
     SITTING_ACROMIAL_HEIGHT, SITTING_EYE_HEIGHT, SITTING_HEIGHT,
     SITTING_KNEE_HEIGHT, THIGH_CLEARANCE, THUMBTIP_REACH
   };
-  enum resultCode {
+  enum resultCode : int {
     SUCCESS = 0, FAIL, NO_HUMAN, INVALID_SCALE_VEC, INVALID_PERCENTILE,
     INVALID_ARGUMENTS, ERR_OVERCONSTRAINED, ERR_LOCKED_MEASUREMENT
   };

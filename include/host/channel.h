@@ -525,7 +525,7 @@ class hcChannelSet {
 // ---------------------------------------------------------------------------
 class hcBoundChannelSet {
  public:
-  enum BindRC { OK = 0, Found = 1, Failed = 2 };
+  enum BindRC : int { OK = 0, Found = 1, Failed = 2 };
   struct figureList : std::list<hcFigure *> {};
 
   static hList *globalList;  // every bound set, in creation order

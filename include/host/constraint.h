@@ -115,7 +115,7 @@ class hcConstrHistory {
 // ---------------------------------------------------------------------------
 class hcConstraint : public hcObject {
  public:
-  enum ObjectiveType {
+  enum ObjectiveType : int {
     C_UNDEF = 0, C_NONE, C_POS, C_LINE, C_PLANE, C_EDGE, C_FACE, C_FRAME,
     C_AIM, C_DIR, C_VIEW, C_RESTANGLE, C_JOINTLIMIT, C_PLANEDIR, C_SELFAVOID,
     C_HALFSPACE

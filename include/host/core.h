@@ -233,7 +233,7 @@ class hcTypeTable {
 // ---------------------------------------------------------------------------
 class hcObserver {
  public:
-  enum updateProtocol { UPDATE = 0, DESTROY = 1, ALL = 2 };
+  enum updateProtocol : int { UPDATE = 0, DESTROY = 1, ALL = 2 };
   struct observerList : std::list<hcObserver *> {};
 
   hcObserver(const char *name, const char *tstring, hcSubject *subject,
@@ -390,7 +390,7 @@ class hcNode : public hcObject {
 // ---------------------------------------------------------------------------
 class hcValue {
  public:
-  enum vType {
+  enum vType : int {
     V_UNDEF = 0, V_UNSUPPLIED, V_VARIABLE, V_OP, V_IGNORE, V_NUMBER, V_MATRIX,
     V_STRING, V_DOF, V_VECTOR, V_FUNCALL, V_FIGURE, V_SEGMENT, V_LIGHT, V_SITE,
     V_JOINT, V_CONSTRAINT, V_NODE, V_EDGE, V_FACE, V_CURVE, V_PATCH,

@@ -275,7 +275,7 @@ class hcSegment : public hcNode {
     FACE_NORMS, PROJS, CURVES, PATCHES, NODL
   };
   enum { wireframe = 1, shaded, transparent_shaded, transparent_wireframe };
-  enum segSplitType { DISCONNECTED_REGIONS = 0, PREDEFINED_CSURFS = 1 };
+  enum segSplitType : int { DISCONNECTED_REGIONS = 0, PREDEFINED_CSURFS = 1 };
 
   static constexpr int kNodes = 8;
   static constexpr int kFaces = 6;

@@ -48,7 +48,7 @@ struct sgMesh;
 
 class hcGeometry : public hcObject {
  public:
-  enum hasFlag {
+  enum hasFlag : int {
     nodeCoords = 1, nodeNormals = 2, nodeColors = 4, nodeFaces = 8, nodeEdges = 16,
     edgeHeads = 64, edgeTails = 128, edgeLefts = 256, edgeRights = 512, edgeDisplay = 1024,
     faceVertices = 2048, faceAttributes = 8192, faceNormals = 16384, faceColors = 32768,

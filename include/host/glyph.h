@@ -84,7 +84,7 @@ class hcGlyph : public hcNode {
 // ---------------------------------------------------------------------------
 class hcViewConeGlyph : public hcGlyph {
  public:
-  enum whichEye { leftEye = 0, rightEye = 1 };
+  enum whichEye : int { leftEye = 0, rightEye = 1 };
 
   static hcType *getClassType();
   // Null for a null human, another eye value, a human without that eye
@@ -194,8 +194,8 @@ class hcGhostGlyph : public hcGlyph {
 // ---------------------------------------------------------------------------
 class hcProjectionGlyph : public hcGlyph {
  public:
-  enum figureMode { off = 0, on = 1, mixed = 2 };
-  enum axisType { none = 0, axisX = 1, axisY = 2, axisZ = 4 };
+  enum figureMode : int { off = 0, on = 1, mixed = 2 };
+  enum axisType : int { none = 0, axisX = 1, axisY = 2, axisZ = 4 };
 
   static hcType *getClassType();
   static hcProjectionGlyph *create(hcFigure *figure);  // null for null

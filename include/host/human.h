@@ -54,58 +54,58 @@ class hcSmoothSkinImpl;
 
 class hcHuman {
  public:
-  enum gender { male = 0, female = 1 };
-  enum landmarkSite {
+  enum gender : int { male = 0, female = 1 };
+  enum landmarkSite : int {
     leftToes = 0, rightToes, leftHeel, rightHeel, leftHand, rightHand,
     leftEye, rightEye, leftHip, rightHip, pelvis, headSight, centerOfMass,
     hPoint
   };
-  enum landmarkJoint {
+  enum landmarkJoint : int {
     leftShoulder = 0, rightShoulder, leftElbow, rightElbow, leftKnee, rightKnee
   };
-  enum sides { leftSide = 0, rightSide = 1, noSide = 2 };
-  enum armJoint { armShoulder = 0, armWaist = 1 };
-  enum armEndEff { armForearm = 0, armPalm = 1, armAttObject = 2 };
+  enum sides : int { leftSide = 0, rightSide = 1, noSide = 2 };
+  enum armJoint : int { armShoulder = 0, armWaist = 1 };
+  enum armEndEff : int { armForearm = 0, armPalm = 1, armAttObject = 2 };
   // armLocal and armGlobal share their values with two hold modes.
-  enum armCtrlType {
+  enum armCtrlType : int {
     armRelease = 0, armHips = 1, armKnees = 2, armHoldSelf = 3,
     armHoldObject = 4, armSite = 5, armStabilize = 6, armHoldWorld = 7,
     armSymmetry = 8, armLocal = 4, armGlobal = 3
   };
-  enum torsoParams { torsoNeck = 1, torsoWaist = 2, torsoInput = 3 };
-  enum torsoCtrlType {
+  enum torsoParams : int { torsoNeck = 1, torsoWaist = 2, torsoInput = 3 };
+  enum torsoCtrlType : int {
     torsoVertical = 0, torsoRelease = 1, torsoSetparam = 2, torsoHold = 3
   };
   // footLocal and footGlobal share their values with two hold modes.
-  enum footCtrlType {
+  enum footCtrlType : int {
     footRelease = 0, footPivot = 1, footHoldObject = 2, footHoldSelf = 3,
     footBalanceLine = 4, footSite = 5, footHoldWorld = 6, footFlat = 7,
     footSymmetry = 8, footLocal = 2, footGlobal = 3
   };
-  enum kneeCtrlType {
+  enum kneeCtrlType : int {
     kneeRelease = 0, kneeVertical = 1, kneeHold = 2, kneeOverFoot = 3
   };
-  enum elbowCtrlType { elbowRelease = 0, elbowDown = 1 };
-  enum pelvisCtrlType {
+  enum elbowCtrlType : int { elbowRelease = 0, elbowDown = 1 };
+  enum pelvisCtrlType : int {
     pelvisRelease = 2, pelvisHold = 0, pelvisFeet = 1, pelvisTorso = 3
   };
-  enum eyeCtrlType { eyeRelease = 0, eyeFixate = 1, eyeHeadTrack = 2 };
-  enum headCtrlType { headRelease = 0, headFixate = 1, headFollowEyes = 2 };
+  enum eyeCtrlType : int { eyeRelease = 0, eyeFixate = 1, eyeHeadTrack = 2 };
+  enum headCtrlType : int { headRelease = 0, headFixate = 1, headFollowEyes = 2 };
   // balanceSeated shares its value with balanceRelease.
-  enum balanceCtrlType {
+  enum balanceCtrlType : int {
     balanceFeet = 0, balanceHold = 1, balanceHoldElev = 2,
     balanceReleaseElev = 3, balanceRelease = 4, balanceUpperBody = 5,
     balanceSeated = 4
   };
-  enum stepBalanceCtrlType { stepBalanceNone = 0, stepBalance = 1 };
-  enum stepPelvisCtrlType { stepPelvisNone = 0, stepPelvis = 1 };
-  enum rootCtrlType { rootDisable = 0, rootEnable = 1 };
-  enum anthroPart {
+  enum stepBalanceCtrlType : int { stepBalanceNone = 0, stepBalance = 1 };
+  enum stepPelvisCtrlType : int { stepPelvisNone = 0, stepPelvis = 1 };
+  enum rootCtrlType : int { rootDisable = 0, rootEnable = 1 };
+  enum anthroPart : int {
     headPart = 0, neckPart, torsoPart, upperArmPart, lowerArmPart, handPart,
     upperLegPart, lowerLegPart, footPart, pelvisPart, eyePart
   };
-  enum supportType { leftFoot = 0, rightFoot = 1, lowerTorso = 3 };
-  enum postureQueryType {
+  enum supportType : int { leftFoot = 0, rightFoot = 1, lowerTorso = 3 };
+  enum postureQueryType : int {
     neckFlexion = 0, neckAxial, neckLateral, shoulderFlexion,
     shoulderAbduction, shoulderTransverseAbduction, lateralHumeralRotation,
     elbowFlexion, palmPronation, wristFlexion, wristUlnarDeviation,
@@ -113,7 +113,7 @@ class hcHuman {
     hipTransverseAbduction, hipLateralRotation, kneeFlexion, footFlexion,
     footEversion
   };
-  enum postureQueryOffsetType { offsetGlobal = 0, offsetLocal = 1 };
+  enum postureQueryOffsetType : int { offsetGlobal = 0, offsetLocal = 1 };
 
   // Reads a figure file (as hcFigure::readFromFile) and makes a human of
   // the figure; null when the file cannot be read.

@@ -200,10 +200,10 @@ class hcLandmarkImpl : public hcLandmark {
 // ---------------------------------------------------------------------------
 class hcDisplayFlags {
  public:
-  enum renderStyle {
+  enum renderStyle : int {
     WIREFRAME = 1, SHADED = 2, TRANSPARENT_SHADED = 3, TRANSPARENT_WIREFRAME = 4
   };
-  enum flagType {
+  enum flagType : int {
     VISIBLE = 0, NODE_HIGHLIGHT = 1, FACE_HIGHLIGHT = 2, EDGE_HIGHLIGHT = 3,
     RENDER_STYLE = 4, HIGHLIGHT = 5, FACE_ENUM = 6, NODE_ENUM = 7,
     FACE_NORMS = 8

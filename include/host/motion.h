@@ -70,11 +70,11 @@ class hcBoundChannelSet;   // channel sets bound to a figure; opaque here
 // ---------------------------------------------------------------------------
 class hcMotion : public hcObject {
  public:
-  enum InterpType { I_LINEAR = 0, I_BSPLINE = 1, I_CSPLINE = 2, I_SCALED = 3, I_NONE = 4 };
-  enum VelocityType {
+  enum InterpType : int { I_LINEAR = 0, I_BSPLINE = 1, I_CSPLINE = 2, I_SCALED = 3, I_NONE = 4 };
+  enum VelocityType : int {
     VC_CONSTANT = 0, VC_ACCELERATE = 1, VC_DECELERATE = 2, VC_EASEIN_EASEOUT = 3, VC_NONE = 4
   };
-  enum WeightType {
+  enum WeightType : int {
     WF_CONSTANT = 0, WF_DECAY = 1, WF_EASEIN_EASEOUT = 2, WF_NONE = 3, WF_INCREASE = 4
   };
   // Motion types (getMotionType, and the tokens of getMotionTypeTable,

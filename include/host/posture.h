@@ -316,7 +316,7 @@ class hcTwistLink {
 
  private:
   friend class hcTwistBone;
-  enum Arm { NotArm, UpperArm, LowerArm };
+  enum Arm : int { NotArm, UpperArm, LowerArm };
   struct Frame {
     bool ok = false;
     hMatrix site;      // the site's global frame

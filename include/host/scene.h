@@ -84,7 +84,7 @@ class InvDynamics;     // inverse-dynamics force tree
 class hcScene : public hcObject {
  public:
   // Flags of saveToArchive; they combine by addition or bitwise or.
-  enum archiveFlags {
+  enum archiveFlags : int {
     archInstalled = 0x1,
     archSubdirs = 0x2,
     archMotions = 0x8,
@@ -179,7 +179,7 @@ class hcScene : public hcObject {
 
  private:
   class Watch;
-  enum Kind { FIGURE, SEGMENT, JOINT, SITE };
+  enum Kind : int { FIGURE, SEGMENT, JOINT, SITE };
   struct Held {
     Kind kind;
     hcNode *object;
@@ -198,7 +198,7 @@ class hcScene : public hcObject {
   // The parts of kind: those of the figures, then those added one by one.
   std::vector<hcNode *> parts(Kind kind);
   // The list answered by one getter, rewritten with items.
-  enum AnswerSlot { kFigureList, kHumanList, kJointList, kSegmentList, kSiteList, kMaterialList,
+  enum AnswerSlot : int { kFigureList, kHumanList, kJointList, kSegmentList, kSiteList, kMaterialList,
                     kConstraintList, kChannelSetList, kAnswerSlots };
   static hList *answer(int slot, const std::vector<void *> &items);
   hcNode *findPart(Kind kind, const char *name);

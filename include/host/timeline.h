@@ -23,7 +23,7 @@
 
 class hcTimeline : public hcSubject {
  public:
-  enum playbackMode { frames = 0, realtime = 1 };
+  enum playbackMode : int { frames = 0, realtime = 1 };
 
   hcTimeline();
   ~hcTimeline() override;
