@@ -75,11 +75,21 @@ int ExactDigits(double a, char *digits, int &exponent) {
   return n;
 }
 
-// Lays out n significant digits with value d.ddd x 10^exponent as the
-// interpreter does: fixed form with at least one fraction digit from 1e-4 up
-// to 1e17, exponent form (at least one exponent digit) outside.
-char *LayOut(char *out, const char *digits, int n, int exponent) {
-  if (exponent < -4 || exponent > 16) {
+// How a layout writes its numbers: the interpreter's (fixed form from 1e-4
+// up to 1e17, always with a fraction, exponents of one digit or more) or
+// "%g"'s (fixed form from 1e-4 up to 1e6, no fraction on integral values,
+// exponents of two digits or more).
+struct Style {
+  int maxFixed;      // largest decimal exponent written in fixed form
+  int minExponent;   // fewest exponent digits
+  bool pointZero;    // ".0" after integral values
+};
+constexpr Style kInterpreter{16, 1, true};
+constexpr Style kG{5, 2, false};
+
+// Lays out n significant digits with value d.ddd x 10^exponent in style.
+char *LayOut(char *out, const char *digits, int n, int exponent, Style style) {
+  if (exponent < -4 || exponent > style.maxFixed) {
     *out++ = digits[0];
     if (n > 1) {
       *out++ = '.';
@@ -90,7 +100,7 @@ char *LayOut(char *out, const char *digits, int n, int exponent) {
     *out++ = exponent < 0 ? '-' : '+';
     const int x = exponent < 0 ? -exponent : exponent;
     if (x >= 100) *out++ = static_cast<char>('0' + x / 100);
-    if (x >= 10) *out++ = static_cast<char>('0' + x / 10 % 10);
+    if (x >= 10 || style.minExponent > 1) *out++ = static_cast<char>('0' + x / 10 % 10);
     *out++ = static_cast<char>('0' + x % 10);
     return out;
   }
@@ -107,8 +117,10 @@ char *LayOut(char *out, const char *digits, int n, int exponent) {
     std::memcpy(out, digits, static_cast<std::size_t>(n));
     out += n;
     for (int z = whole - n; z > 0; --z) *out++ = '0';
-    *out++ = '.';
-    *out++ = '0';
+    if (style.pointZero) {
+      *out++ = '.';
+      *out++ = '0';
+    }
     return out;
   }
   std::memcpy(out, digits, static_cast<std::size_t>(whole));
@@ -143,7 +155,7 @@ int FormatDouble(double value, char *buf) {
     return static_cast<int>(std::strlen(buf));
   }
   if (n > 0) {
-    out = LayOut(out, digits, n, exponent);
+    out = LayOut(out, digits, n, exponent, kInterpreter);
   } else {
     // The shortest round-trip digits as d.ddde-XX; moving the first digit
     // onto the point makes the digits contiguous.
@@ -158,7 +170,7 @@ int FormatDouble(double value, char *buf) {
       sci[1] = sci[0];
       first = sci + 1;
     }
-    out = LayOut(out, first, static_cast<int>(e - first), e[1] == '-' ? -x : x);
+    out = LayOut(out, first, static_cast<int>(e - first), e[1] == '-' ? -x : x, kInterpreter);
   }
   *out = '\0';
   return static_cast<int>(out - buf);
@@ -258,34 +270,7 @@ int FormatG(double value, char *buf) {
   while (n > 1 && digits[n - 1] == '0') --n;
   char *out = buf;
   if (std::signbit(value)) *out++ = '-';
-  if (x < -4 || x >= 6) {
-    *out++ = digits[0];
-    if (n > 1) {
-      *out++ = '.';
-      std::memcpy(out, digits + 1, static_cast<std::size_t>(n - 1));
-      out += n - 1;
-    }
-    *out++ = 'e';
-    *out++ = x < 0 ? '-' : '+';
-    const int ax = x < 0 ? -x : x;  // at least two exponent digits
-    if (ax >= 100) *out++ = static_cast<char>('0' + ax / 100);
-    *out++ = static_cast<char>('0' + ax / 10 % 10);
-    *out++ = static_cast<char>('0' + ax % 10);
-  } else if (x < 0) {
-    *out++ = '0';
-    *out++ = '.';
-    for (int z = -x - 1; z > 0; --z) *out++ = '0';
-    std::memcpy(out, digits, static_cast<std::size_t>(n));
-    out += n;
-  } else {
-    const int whole = x + 1;
-    for (int i = 0; i < whole; ++i) *out++ = i < n ? digits[i] : '0';
-    if (n > whole) {
-      *out++ = '.';
-      std::memcpy(out, digits + whole, static_cast<std::size_t>(n - whole));
-      out += n - whole;
-    }
-  }
+  out = LayOut(out, digits, n, x, kG);
   *out = '\0';
   return static_cast<int>(out - buf);
 }
