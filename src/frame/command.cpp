@@ -52,9 +52,42 @@ void SetUnsigned(Tcl_Interp *interp, unsigned long value) {
   SetText(interp, buf, FormatUnsigned(value, buf));
 }
 
-void SetDouble(Tcl_Interp *interp, double value) {
+namespace {
+
+// A double result whose text is written when something first reads it,
+// exactly as it would have been written when the result was set: values
+// whose text could change with the precision in between are written at
+// once instead.  A result that is passed on or dropped unread costs no
+// formatting; one that is read costs what writing it at once would.
+void WriteLaterDouble(Tcl_Obj *obj) {
   char buf[kNumberSpace];
-  SetText(interp, buf, FormatDouble(value, buf));
+  const int length = FormatShortest(obj->internalRep.doubleValue, buf);
+  obj->bytes = Tcl_Alloc(static_cast<unsigned>(length) + 1);
+  std::memcpy(obj->bytes, buf, static_cast<std::size_t>(length) + 1);
+  obj->length = length;
+}
+
+// No internal storage to free; copies share the value; never converted to.
+Tcl_ObjType laterDoubleType = {"hktcl double", nullptr, nullptr, WriteLaterDouble, nullptr};
+
+}  // namespace
+
+void SetDouble(Tcl_Interp *interp, double value) {
+  if (!CanFormatLater(value)) {
+    char buf[kNumberSpace];
+    SetText(interp, buf, FormatDouble(value, buf));
+    return;
+  }
+  Tcl_Obj *result = Tcl_GetObjResult(interp);
+  if (Tcl_IsShared(result) || result->typePtr) {
+    // Only an unshared object without an internal form can take a new one
+    // here (the interface has no call that frees another type's form).
+    result = Tcl_NewObj();
+    Tcl_SetObjResult(interp, result);
+  }
+  Tcl_InvalidateStringRep(result);
+  result->internalRep.doubleValue = value;
+  result->typePtr = &laterDoubleType;
 }
 
 void SetString(Tcl_Interp *interp, const char *text) {

@@ -26,14 +26,9 @@ char *PrecisionTrace(ClientData, Tcl_Interp *interp, const char *, const char *,
   return nullptr;
 }
 
-// The exact decimal expansion of a positive double, when it has at most 18
-// significant digits: fills the digits (without trailing zeros) and the
-// decimal exponent, and answers their count; 0 for longer expansions.
-// With 15 digits or fewer the expansion is the shortest text that reads
-// back, since no two such decimals read back to the same double.  With 16
-// to 18 the shortest text may fall exactly halfway between two candidates,
-// where the interpreter's choice is its own.
-int ExactDigits(double a, char *digits, int &exponent) {
+// A positive double as whole / 10^k exactly, when whole has at most 18
+// digits; false for longer expansions.
+bool ExactWhole(double a, std::uint64_t &whole, int &k) {
   constexpr std::uint64_t kLimit = 999999999999999999ULL;  // 18 digits
   // a = m * 2^e, from the bits.
   const auto bits = std::bit_cast<std::uint64_t>(a);
@@ -44,18 +39,17 @@ int ExactDigits(double a, char *digits, int &exponent) {
     m |= std::uint64_t{1} << 52;
     e = biased - 1075;
   }
-  if (m == 0) return 0;
+  if (m == 0) return false;
   const int zeros = __builtin_ctzll(m);
   m >>= zeros;
   e += zeros;
-  std::uint64_t whole;  // a = whole / 10^k
-  int k = 0;
+  k = 0;
   if (e >= 0) {
-    if (e > 59 || m > (kLimit >> e)) return 0;
+    if (e > 59 || m > (kLimit >> e)) return false;
     whole = m << e;
   } else {
     k = -e;
-    if (k > 25) return 0;  // 5^26 alone has 19 digits
+    if (k > 25) return false;  // 5^26 alone has 19 digits
     static constexpr auto kPow5 = [] {
       std::array<std::uint64_t, 26> p{};
       p[0] = 1;
@@ -63,9 +57,23 @@ int ExactDigits(double a, char *digits, int &exponent) {
       return p;
     }();
     const std::uint64_t pow5 = kPow5[static_cast<std::size_t>(k)];
-    if (m > kLimit / pow5) return 0;
+    if (m > kLimit / pow5) return false;
     whole = m * pow5;
   }
+  return true;
+}
+
+// The exact decimal expansion of a positive double, when it has at most 18
+// significant digits: fills the digits (without trailing zeros) and the
+// decimal exponent, and answers their count; 0 for longer expansions.
+// With 15 digits or fewer the expansion is the shortest text that reads
+// back, since no two such decimals read back to the same double.  With 16
+// to 18 the shortest text may fall exactly halfway between two candidates,
+// where the interpreter's choice is its own.
+int ExactDigits(double a, char *digits, int &exponent) {
+  std::uint64_t whole;
+  int k;
+  if (!ExactWhole(a, whole, k)) return 0;
   char text[24];
   const int length = static_cast<int>(std::to_chars(text, text + sizeof text, whole).ptr - text);
   int n = length;
@@ -143,6 +151,21 @@ int FormatDouble(double value, char *buf) {
     Tcl_PrintDouble(nullptr, value, buf);
     return static_cast<int>(std::strlen(buf));
   }
+  return FormatShortest(value, buf);
+}
+
+bool CanFormatLater(double value) {
+  if (gPrecision != 0 || !std::isfinite(value)) return false;
+  // FormatShortest leaves to the interpreter exactly the values whose exact
+  // expansion has 16 to 18 significant digits.
+  std::uint64_t whole;
+  int k;
+  if (!ExactWhole(std::fabs(value), whole, k)) return true;
+  while (whole % 10 == 0) whole /= 10;
+  return whole < 1000000000000000ULL;  // 15 digits or fewer
+}
+
+int FormatShortest(double value, char *buf) {
   char *out = buf;
   if (std::signbit(value)) *out++ = '-';
   const double a = std::fabs(value);
@@ -264,8 +287,20 @@ int FormatG(double value, char *buf) {
     *res.ptr = '\0';
     return static_cast<int>(res.ptr - buf);
   }
+  // Two digits at a time: three short dependent divisions instead of six.
+  static constexpr auto kPairs = [] {
+    std::array<char, 200> p{};
+    for (int i = 0; i < 100; ++i) {
+      p[static_cast<std::size_t>(2 * i)] = static_cast<char>('0' + i / 10);
+      p[static_cast<std::size_t>(2 * i + 1)] = static_cast<char>('0' + i % 10);
+    }
+    return p;
+  }();
+  const auto high = static_cast<unsigned>(six / 10000), low = static_cast<unsigned>(six % 10000);
   char digits[6];
-  for (int i = 5; i >= 0; --i, six /= 10) digits[i] = static_cast<char>('0' + six % 10);
+  std::memcpy(digits, &kPairs[2 * high], 2);
+  std::memcpy(digits + 2, &kPairs[2 * (low / 100)], 2);
+  std::memcpy(digits + 4, &kPairs[2 * (low % 100)], 2);
   int n = 6;
   while (n > 1 && digits[n - 1] == '0') --n;
   char *out = buf;

@@ -21,6 +21,14 @@ constexpr std::size_t kNumberSpace = TCL_DOUBLE_SPACE > 40 ? TCL_DOUBLE_SPACE : 
 // Each writes the text and its terminating zero into buf (kNumberSpace
 // bytes) and answers the length.
 int FormatDouble(double value, char *buf);
+// The text of a finite value as FormatDouble writes it while the precision
+// is 0.  Values whose shortest text may be a tie between two candidates are
+// left to Tcl_PrintDouble, which reads the current precision.
+int FormatShortest(double value, char *buf);
+// Whether FormatShortest, called at any later time, writes the text that
+// FormatDouble would write now: at the default precision, for finite values
+// it does not leave to Tcl_PrintDouble.
+bool CanFormatLater(double value);
 int FormatG(double value, char *buf);  // "%g"
 int FormatLong(long value, char *buf);
 int FormatUnsigned(unsigned long value, char *buf);

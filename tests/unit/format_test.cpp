@@ -156,6 +156,41 @@ TEST(Format, OtherPrecisionsAreTheInterpretersOwn) {
   Tcl_DeleteInterp(interp);
 }
 
+TEST(Format, TextsLeftForLaterDoNotDependOnThePrecision) {
+  Tcl_Interp *interp = Tcl_CreateInterp();
+  hk::WatchPrecision(interp);
+  std::vector<double> values = HardCases();
+  std::mt19937_64 random(7);
+  for (int i = 0; i < 20000; ++i) {
+    std::uint64_t bits = random();
+    double d;
+    std::memcpy(&d, &bits, sizeof d);
+    values.push_back(d);
+    values.push_back(static_cast<float>(static_cast<std::int32_t>(bits) % 100000) / 64.0f);
+  }
+  values.insert(values.end(), {1e17f, 9007199254740993.0, 1234567890123456.5, 0.5, 1.5, 3.0});
+  std::vector<std::string> now(values.size());
+  std::vector<bool> later(values.size());
+  int deferred = 0, kept = 0;
+  for (std::size_t i = 0; i < values.size(); ++i) {
+    now[i] = Fast(values[i]);
+    later[i] = hk::CanFormatLater(values[i]);
+    (later[i] ? deferred : kept) += 1;
+  }
+  EXPECT_GT(deferred, 0);
+  EXPECT_GT(kept, 0);  // non-finite values and ties are written at once
+  Tcl_SetVar(interp, "tcl_precision", "4", TCL_GLOBAL_ONLY);
+  EXPECT_FALSE(hk::CanFormatLater(0.5));
+  for (std::size_t i = 0; i < values.size(); ++i) {
+    if (!later[i]) continue;
+    char buf[hk::kNumberSpace];
+    hk::FormatShortest(values[i], buf);
+    ASSERT_EQ(std::string(buf), now[i]) << values[i];
+  }
+  Tcl_SetVar(interp, "tcl_precision", "0", TCL_GLOBAL_ONLY);
+  Tcl_DeleteInterp(interp);
+}
+
 TEST(Format, IntegersMatchSnprintf) {
   char buf[hk::kNumberSpace], want[64];
   for (long v : {0L, 1L, -1L, 42L, std::numeric_limits<long>::min(), std::numeric_limits<long>::max()}) {
