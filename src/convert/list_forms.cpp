@@ -9,7 +9,8 @@ namespace hk {
 namespace {
 
 // The elements are numbers, which never need list quoting, so the list is
-// built in one buffer and set at once (the command's result starts empty).
+// built in one buffer and appended at once; to the empty result a command
+// starts with, that is setting it.
 void AppendNumbers(Tcl_Interp *interp, const float *values, int n) {
   char text[16 * kNumberSpace];
   std::size_t used = 0;
@@ -18,7 +19,11 @@ void AppendNumbers(Tcl_Interp *interp, const float *values, int n) {
     used += static_cast<std::size_t>(FormatG(static_cast<double>(values[i]), text + used));
   }
   text[used] = '\0';
-  Tcl_AppendResult(interp, text, nullptr);
+  const Tcl_Obj *result = Tcl_GetObjResult(interp);
+  if (result->bytes && result->length == 0)
+    SetText(interp, text, static_cast<int>(used));
+  else
+    Tcl_AppendResult(interp, text, nullptr);
 }
 
 // Stores the numbers of list into values[0..n-1].  A bad element stores the
