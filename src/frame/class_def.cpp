@@ -219,8 +219,13 @@ int ObjectCommandProc(ClassDef &def, ClientData object, Tcl_Interp *interp, int 
   }
   std::memcpy(self, rt.lastSelf, static_cast<std::size_t>(rt.lastSelfLength) + 1);
 
-  auto hit = rt.methodIndex.find(argv[1]);
-  if (hit != rt.methodIndex.end()) {
+  const auto *hit = rt.lastMethod;
+  if (!hit || std::strcmp(argv[1], hit->first.data()) != 0) {
+    auto found = rt.methodIndex.find(argv[1]);
+    hit = found == rt.methodIndex.end() ? nullptr : &*found;
+  }
+  if (hit) {
+    rt.lastMethod = hit;
     const char *saved = argv[1];
     argv[1] = self;
     int code = hit->second(object, interp, argc, argv);

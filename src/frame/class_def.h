@@ -55,6 +55,8 @@ struct ClassRuntime {
   const void *lastObject = nullptr;
   int lastSelfLength = 0;
   char lastSelf[kMaxPointerString] = {};
+  // The method entry found last, tried before the index for the same reason.
+  const std::pair<const std::string_view, Tcl_CmdProc *> *lastMethod = nullptr;
 };
 
 struct ClassDef {
