@@ -50,6 +50,8 @@ puts [format "empty loop: %.1f ns an iteration, taken off every time below" $emp
 measure {hVector_get $v 0 (0.1f)} {hVector_get $v 0} {hktest_vget $v 0} 0.75
 measure {hVector_get $v 1 (1.5)} {hVector_get $v 1} {hktest_vget $v 1} 1.0
 measure {hVector_get $v 1 vs do-nothing} {hVector_get $v 1} {hktest_noop $v 1}
+measure {read: string length [hVector_get $v 0]} {string length [hVector_get $v 0]} {string length [hktest_vget $v 0]}
+measure {read: expr {[hVector_get $v 0] * 2}} {expr {[hVector_get $v 0] * 2}} {expr {[hktest_vget $v 0] * 2}}
 measure {hVector_getList $v} {hVector_getList $v} {hVector_get $v 0} 2.0
 measure {object command: vec get 0} {vec get 0} {hVector_get $v 0} 1.2
 measure {inherited: hcObject_getName $node} {hcObject_getName $node} {hcNode_getName $node} 1.1
