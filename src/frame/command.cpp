@@ -4,6 +4,7 @@
 
 #include <cstdio>
 #include <cstring>
+#include <limits>
 
 namespace hk {
 
@@ -42,12 +43,22 @@ void SetText(Tcl_Interp *interp, const char *text, int length) {
     Tcl_SetStringObj(result, text, length);
 }
 
+// An integer result is the interpreter's own integer object, whose text,
+// made when first read, is the decimal text written at once would be; a
+// script using it as a number reads no text at all.
 void SetLong(Tcl_Interp *interp, long value) {
-  char buf[kNumberSpace];
-  SetText(interp, buf, FormatLong(value, buf));
+  Tcl_Obj *result = Tcl_GetObjResult(interp);
+  if (Tcl_IsShared(result))
+    Tcl_SetObjResult(interp, Tcl_NewLongObj(value));
+  else
+    Tcl_SetLongObj(result, value);
 }
 
 void SetUnsigned(Tcl_Interp *interp, unsigned long value) {
+  if (value <= static_cast<unsigned long>(std::numeric_limits<long>::max())) {
+    SetLong(interp, static_cast<long>(value));
+    return;
+  }
   char buf[kNumberSpace];
   SetText(interp, buf, FormatUnsigned(value, buf));
 }
