@@ -75,7 +75,7 @@ constexpr WrappedClass kClasses[] = {
     {"hcMeshInternals", nullptr},
     {"hcSmoothSkin", nullptr},
 };
-static_assert(sizeof kClasses / sizeof kClasses[0] == 68);
+static_assert(sizeof kClasses / sizeof kClasses[0] == kWrappedClasses);
 
 }  // namespace
 

@@ -1,6 +1,7 @@
 // The wrapped host classes, in registration order, with their direct bases.
 #pragma once
 
+#include <cstddef>
 #include <span>
 
 namespace hk {
@@ -10,7 +11,10 @@ struct WrappedClass {
   const char *base;  // direct base among the wrapped classes, or nullptr
 };
 
-// All 68 wrapped classes, in the order of the module's class blocks.
+// How many classes the module wraps.
+inline constexpr std::size_t kWrappedClasses = 68;
+
+// All wrapped classes, in the order of the module's class blocks.
 std::span<const WrappedClass> WrappedClasses();
 
 // The direct base of a wrapped class (nullptr for a root or an unknown name).

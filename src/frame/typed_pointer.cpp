@@ -227,8 +227,8 @@ const char *Keep(std::string s) {
 }  // namespace
 
 void RegisterBuiltinTypes() {
-  static const char *plain[68];
-  static const char *klass[68];
+  static const char *plain[kWrappedClasses];
+  static const char *klass[kWrappedClasses];
   static bool made = false;
   auto classes = WrappedClasses();
   if (!made) {
