@@ -66,6 +66,9 @@ const std::string &UsageText() {
 
 // Sets the result to length bytes of text.
 void SetText(Tcl_Interp *interp, const char *text, int length);
+// Numbers: the text a script reads is the decimal or Tcl_PrintDouble text of
+// the value at the call, made when the result is first read where it cannot
+// differ from the text made at once.
 void SetLong(Tcl_Interp *interp, long value);
 void SetUnsigned(Tcl_Interp *interp, unsigned long value);
 void SetDouble(Tcl_Interp *interp, double value);
