@@ -70,6 +70,7 @@ bool ExactWhole(double a, std::uint64_t &whole, int &k) {
 // back, since no two such decimals read back to the same double.  With 16
 // to 18 the shortest text may fall exactly halfway between two candidates,
 // where the interpreter's choice is its own.
+constexpr int kOwnExactDigits = 15;
 int ExactDigits(double a, char *digits, int &exponent) {
   std::uint64_t whole;
   int k;
@@ -156,13 +157,9 @@ int FormatDouble(double value, char *buf) {
 
 bool CanFormatLater(double value) {
   if (gPrecision != 0 || !std::isfinite(value)) return false;
-  // FormatShortest leaves to the interpreter exactly the values whose exact
-  // expansion has 16 to 18 significant digits.
-  std::uint64_t whole;
-  int k;
-  if (!ExactWhole(std::fabs(value), whole, k)) return true;
-  while (whole % 10 == 0) whole /= 10;
-  return whole < 1000000000000000ULL;  // 15 digits or fewer
+  char digits[24];
+  int exponent;
+  return ExactDigits(std::fabs(value), digits, exponent) <= kOwnExactDigits;
 }
 
 int FormatShortest(double value, char *buf) {
@@ -172,7 +169,7 @@ int FormatShortest(double value, char *buf) {
   char digits[24];
   int exponent = 0;
   const int n = ExactDigits(a, digits, exponent);
-  if (n > 15) {
+  if (n > kOwnExactDigits) {
     // The shortest text may be a tie between two candidates.
     Tcl_PrintDouble(nullptr, value, buf);
     return static_cast<int>(std::strlen(buf));
@@ -308,12 +305,6 @@ int FormatG(double value, char *buf) {
   out = LayOut(out, digits, n, x, kG);
   *out = '\0';
   return static_cast<int>(out - buf);
-}
-
-int FormatLong(long value, char *buf) {
-  const auto res = std::to_chars(buf, buf + kNumberSpace - 1, value);
-  *res.ptr = '\0';
-  return static_cast<int>(res.ptr - buf);
 }
 
 int FormatUnsigned(unsigned long value, char *buf) {

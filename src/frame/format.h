@@ -5,7 +5,7 @@
 // interpreter's precision (tcl_precision) is 0, the default, the shortest
 // text that reads back to the same double, laid out as the interpreter lays
 // it out; at any other precision by Tcl_PrintDouble itself.  "%g" texts and
-// integers are written as snprintf writes them.  The fast paths use the
+// unsigned integers are written as snprintf writes them.  The fast paths use the
 // standard library's shortest round-trip and fixed-precision conversions.
 #pragma once
 
@@ -30,8 +30,7 @@ int FormatShortest(double value, char *buf);
 // it does not leave to Tcl_PrintDouble.
 bool CanFormatLater(double value);
 int FormatG(double value, char *buf);  // "%g"
-int FormatLong(long value, char *buf);
-int FormatUnsigned(unsigned long value, char *buf);
+int FormatUnsigned(unsigned long value, char *buf);  // "%lu"
 
 // The integer value of a word exactly as atol reads it (leading white
 // space, a sign, decimal digits up to the first other character, saturated
