@@ -56,7 +56,7 @@ struct ClassRuntime {
   int lastSelfLength = 0;
   char lastSelf[kMaxPointerString] = {};
   // The method entry found last, tried before the index for the same reason.
-  const std::pair<const std::string_view, Tcl_CmdProc *> *lastMethod = nullptr;
+  const decltype(methodIndex)::value_type *lastMethod = nullptr;
 };
 
 struct ClassDef {
